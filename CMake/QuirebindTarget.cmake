@@ -1,0 +1,52 @@
+# SPDX-FileCopyrightText: 2026 The Quirebind authors
+# SPDX-License-Identifier: MIT
+
+# Settings that every target of this tree is compiled with: warnings are errors, and a preset's
+# sanitizers reach the link too. Consumers of the installed package inherit none of them.
+add_library(QuirebindOptions INTERFACE)
+target_compile_options(
+  QuirebindOptions
+  INTERFACE -Wall
+            -Wextra
+            -Wpedantic
+            -Wconversion
+            -Wshadow
+            -Wnon-virtual-dtor
+            -Woverloaded-virtual
+            -Wcast-align
+            -Wnull-dereference
+            -Werror)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # g++ 12 sees faults inside its own std::string and std::optional when it inlines them (GCC bugs
+  # 105651, 80635 and others); clang's analyzer and the sanitizers look for the same.
+  target_compile_options(QuirebindOptions INTERFACE -Wno-null-dereference -Wno-restrict
+                                                    -Wno-maybe-uninitialized)
+endif()
+if(QUIREBIND_SANITIZE)
+  target_compile_options(QuirebindOptions INTERFACE -fsanitize=${QUIREBIND_SANITIZE}
+                                                    -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(QuirebindOptions INTERFACE -fsanitize=${QUIREBIND_SANITIZE})
+endif()
+
+# quirebind_library(NAME ALIAS SOURCES... ) defines a static library whose headers are included by
+# their path from the root of the tree, both here and once installed.
+function(quirebind_library name alias)
+  add_library(${name} STATIC ${ARGN})
+  add_library(Quirebind::${alias} ALIAS ${name})
+  set_target_properties(${name} PROPERTIES EXPORT_NAME ${alias})
+  target_compile_features(${name} PUBLIC cxx_std_20)
+  target_include_directories(
+    ${name} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+                   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/quirebind>)
+  target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:QuirebindOptions>)
+  install(TARGETS ${name} EXPORT QuirebindTargets)
+endfunction()
+
+# quirebind_test(NAME SOURCES... [LIBRARIES ...]) defines a GoogleTest program whose every test CTest
+# lists by its own name.
+function(quirebind_test name)
+  cmake_parse_arguments(arg "" "" "LIBRARIES" ${ARGN})
+  add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
+  target_link_libraries(${name} PRIVATE QuirebindOptions ${arg_LIBRARIES} GTest::gmock_main)
+  gtest_discover_tests(${name} PROPERTIES TIMEOUT 120 DISCOVERY_TIMEOUT 60)
+endfunction()
