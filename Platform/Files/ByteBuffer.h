@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <span>
+#include <string_view>
+
+namespace quirebind {
+
+/// Bytes that grow at their end and are never copied when they do: the block is resized in place,
+/// or its pages are moved. Throws std::bad_alloc when memory runs out; what was there stays.
+/// Move-only.
+class ByteBuffer {
+ public:
+    ByteBuffer() = default;
+    ByteBuffer(const ByteBuffer&) = delete;
+    ByteBuffer& operator=(const ByteBuffer&) = delete;
+    ByteBuffer(ByteBuffer&& other) noexcept;
+    ByteBuffer& operator=(ByteBuffer&& other) noexcept;
+    ~ByteBuffer() = default;
+
+    [[nodiscard]] std::size_t size() const { return size_; }
+    [[nodiscard]] std::string_view text() const { return {bytes_.get(), size_}; }
+    [[nodiscard]] std::span<const std::byte> bytes() const {
+        return std::as_bytes(std::span(bytes_.get(), size_));
+    }
+
+    /// Adds `count` bytes whose values are whatever they are, to be filled in by the caller before
+    /// anything else happens to this.
+    [[nodiscard]] std::span<char> extend(std::size_t count);
+
+    void append(std::string_view text);
+    /// Appends the number in decimal digits.
+    void append(std::uint64_t number);
+
+    /// Replaces bytes that were written before; they must be there.
+    void replace(std::size_t offset, std::string_view text);
+
+    /// Takes back everything behind the first `size` bytes.
+    void shrink(std::size_t size);
+
+ private:
+    struct Free {
+        // NOLINTNEXTLINE(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory): from realloc
+        void operator()(char* bytes) const { std::free(bytes); }
+    };
+
+    void reserve(std::size_t count);
+
+    std::unique_ptr<char[], Free> bytes_;
+    std::size_t size_ = 0;
+    std::size_t capacity_ = 0;
+};
+
+}  // namespace quirebind

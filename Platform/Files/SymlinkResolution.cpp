@@ -1,0 +1,112 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/Files/SymlinkResolution.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include "Platform/Files/SystemCall.h"
+
+namespace quirebind {
+
+namespace {
+
+/// As many as Linux follows in one path.
+constexpr int kMostLinksFollowed = 40;
+
+/// Longer than any file system's links; a larger one is not followed.
+constexpr std::size_t kLongestTarget = std::size_t{1} << 16U;
+
+/// Walks along an absolute path.
+class SymlinkWalk {
+ public:
+    SymlinkWalk(FileSystem& files, std::string path) : files_(&files), rest_(std::move(path)) {}
+
+    std::string result() {
+        for (;;) {
+            begin_ = std::min(rest_.find_first_not_of('/', begin_), rest_.size());
+            if (begin_ == rest_.size()) return prefix_.empty() ? "/" : prefix_;
+            const std::size_t end = std::min(rest_.find('/', begin_), rest_.size());
+            if (!passes(rest_.substr(begin_, end - begin_))) {
+                return prefix_ + '/' + rest_.substr(begin_);
+            }
+        }
+    }
+
+ private:
+    /// Moves the first component `name` of the rest to the prefix, or replaces it by the target of
+    /// the symbolic link that it is. False, and nothing changed, where the walk ends before it.
+    bool passes(const std::string& name) {
+        if (name.find('\0') != std::string::npos) return false;
+        const std::string path = prefix_ + '/' + name;
+        struct stat found{};
+        const int result =
+            uninterrupted([&] { return files_->linkStatus(AT_FDCWD, path.c_str(), found); });
+        if (result < 0) return false;
+        if (S_ISLNK(found.st_mode)) return follows(path, name.size());
+        if (!S_ISDIR(found.st_mode)) return false;  // nothing can come after it
+
+        begin_ += name.size();
+        if (name == "..") {
+            // The root's parent is the root.
+            if (!prefix_.empty()) prefix_.erase(prefix_.rfind('/'));
+        } else if (name != ".") {
+            prefix_ = path;
+        }
+        return true;
+    }
+
+    /// Replaces the `nameSize` bytes of the symbolic link `path` in the rest by its target.
+    bool follows(const std::string& path, std::size_t nameSize) {
+        if (linksFollowed_ == kMostLinksFollowed) return false;
+        std::optional<std::string> target = targetOf(path);
+        if (!target) return false;
+        ++linksFollowed_;
+        if (target->front() == '/') prefix_.clear();
+        rest_ = std::move(*target).append(rest_, begin_ + nameSize);
+        begin_ = 0;
+        return true;
+    }
+
+    std::optional<std::string> targetOf(const std::string& path) {
+        std::string target;
+        // A target that fills the space may have been cut off.
+        for (std::size_t space = 256; space <= kLongestTarget; space *= 2) {
+            target.resize(space);
+            const ssize_t size =
+                uninterrupted([&] { return files_->readLink(AT_FDCWD, path.c_str(), target); });
+            if (size <= 0) return std::nullopt;
+            if (std::cmp_less(size, space)) {
+                target.resize(static_cast<std::size_t>(size));
+                return target;
+            }
+        }
+        return std::nullopt;
+    }
+
+    FileSystem* files_;
+    std::string prefix_;  // a folder, without links; empty for the root
+    std::string rest_;    // from begin_ on not looked at yet
+    std::size_t begin_ = 0;
+    int linksFollowed_ = 0;
+};
+
+}  // namespace
+
+std::string resolvingSymlinks(const std::string& path, FileSystem& files) {
+    if (path.empty()) return path;
+    if (path.front() == '/') return SymlinkWalk(files, path).result();
+    std::error_code error;
+    const std::string folder = std::filesystem::current_path(error).string();
+    if (error) return path;
+    return SymlinkWalk(files, folder + '/' + path).result();
+}
+
+}  // namespace quirebind
