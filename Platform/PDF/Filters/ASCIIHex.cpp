@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+#include "Platform/PDF/Filters/Filter.h"
+#include "Platform/PDF/Filters/WhiteSpace.h"
+
+namespace quirebind {
+
+namespace {
+
+std::optional<unsigned> hexDigit(char c) {
+    if (c >= '0' && c <= '9') return static_cast<unsigned>(c - '0');
+    if (c >= 'A' && c <= 'F') return static_cast<unsigned>(c - 'A' + 10);
+    if (c >= 'a' && c <= 'f') return static_cast<unsigned>(c - 'a' + 10);
+    return std::nullopt;
+}
+
+}  // namespace
+
+// ISO 32000-2, 7.4.2. Real files leave out the `>`: the end of the data serves as well.
+Decoded decodeASCIIHex(std::string_view encoded, std::size_t limit) {
+    Decoded result;
+    std::optional<unsigned> high;
+    // Gives false when the limit is reached.
+    const auto put = [&](unsigned byte) {
+        if (result.bytes.size() == limit) return false;
+        result.bytes.push_back(static_cast<char>(byte));
+        return true;
+    };
+
+    for (const char c : encoded) {
+        if (isFilterWhiteSpace(c)) continue;
+        if (c == '>') break;
+        const std::optional<unsigned> digit = hexDigit(c);
+        if (!digit) {
+            result.status = DecodeStatus::damaged;
+            return result;
+        }
+        if (!high) {
+            high = digit;
+            continue;
+        }
+        if (!put((*high << 4U) | *digit)) return {.bytes = {}, .status = DecodeStatus::tooLarge};
+        high.reset();
+    }
+    // A last digit without its partner stands for itself and a zero.
+    if (high && !put(*high << 4U)) return {.bytes = {}, .status = DecodeStatus::tooLarge};
+    return result;
+}
+
+}  // namespace quirebind
