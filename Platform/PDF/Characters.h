@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+namespace quirebind {
+
+/// The three classes into which PDF divides all bytes (ISO 32000-2, 7.2.3).
+enum class CharacterClass : std::uint8_t { regular, white, delimiter };
+
+namespace detail {
+constexpr std::array<CharacterClass, 256> makeCharacterClasses() {
+    std::array<CharacterClass, 256> classes{};
+    for (const unsigned char c : std::string_view("\0\t\n\f\r ", 6))
+        classes[c] = CharacterClass::white;
+    for (const unsigned char c : std::string_view("()<>[]{}/%"))
+        classes[c] = CharacterClass::delimiter;
+    return classes;
+}
+inline constexpr auto kCharacterClasses = makeCharacterClasses();
+}  // namespace detail
+
+constexpr CharacterClass characterClass(char c) {
+    return detail::kCharacterClasses[static_cast<unsigned char>(c)];
+}
+constexpr bool isWhite(char c) {
+    return characterClass(c) == CharacterClass::white;
+}
+constexpr bool isRegular(char c) {
+    return characterClass(c) == CharacterClass::regular;
+}
+constexpr bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+/// The position of the first byte at or after `at` that is neither white space nor in a comment;
+/// the text's size where there is none.
+constexpr std::size_t skipWhite(std::string_view text, std::size_t at) {
+    while (at < text.size()) {
+        if (text[at] == '%') {
+            while (at < text.size() && text[at] != '\n' && text[at] != '\r') ++at;
+        } else if (isWhite(text[at])) {
+            ++at;
+        } else {
+            break;
+        }
+    }
+    return at;
+}
+
+/// The end of the run of regular bytes that begins at `at`.
+constexpr std::size_t skipRegular(std::string_view text, std::size_t at) {
+    while (at < text.size() && isRegular(text[at])) ++at;
+    return at;
+}
+
+/// The value of a hexadecimal digit, -1 for any other byte.
+constexpr int hexValue(char c) {
+    if (isDigit(c)) return c - '0';
+    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+    return -1;
+}
+
+}  // namespace quirebind

@@ -1,0 +1,271 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/PDF/CrossReferenceReader.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "Platform/PDF/Characters.h"
+#include "Platform/PDF/DamagedDocument.h"
+#include "Platform/PDF/Limits.h"
+#include "Platform/PDF/ObjectReader.h"
+#include "Platform/PDF/StreamBody.h"
+#include "Platform/PDF/StreamDecoder.h"
+
+namespace quirebind {
+namespace {
+
+using Kind = ObjectLocation::Kind;
+
+/// Cross-reference streams are read before there is a table to follow references by.
+Value directOnly(Value value) {
+    return value.reference() ? Value() : value;
+}
+
+/// The text of the dictionary at `offset`, with as much of the file fetched as it takes.
+std::string readDictionary(SourceImage& image, std::uint64_t offset, WorkBudget& budget) {
+    std::size_t length = 1024;
+    for (;;) {
+        const std::string_view text = image.view(offset, length);
+        const bool isWhole = offset + text.size() >= image.size();
+        const std::size_t begin = skipWhite(text, 0);
+        const std::size_t end = scanValue(text, begin);
+        budget.spend(end == std::string_view::npos ? text.size() : end);
+        if (end != std::string_view::npos && text.substr(begin).starts_with("<<"))
+            return std::string(text.substr(begin, end - begin));
+        if (isWhole) throw DamagedDocument("no trailer dictionary");
+        length = 2 * text.size();
+    }
+}
+
+/// The offset under `key`, where there is one. Some writers put 0 for none.
+std::optional<std::uint64_t> offsetUnder(Value trailer, std::string_view key) {
+    const auto offset = trailer.find(key).integer();
+    if (!offset || *offset <= 0) return std::nullopt;
+    return static_cast<std::uint64_t>(*offset);
+}
+
+/// The columns of a cross-reference stream's rows: widths in bytes (ISO 32000-2, table 17).
+struct RowFormat {
+    std::array<std::size_t, 3> widths{};
+    std::size_t size = 0;
+};
+
+RowFormat rowFormat(Value widths) {
+    constexpr std::int64_t kWidest = 8;
+    RowFormat format;
+    ArrayReader reader(widths);
+    for (std::size_t& width : format.widths) {
+        const auto element = reader.next();
+        const auto value = element ? element->integer() : std::nullopt;
+        if (!value || *value < 0 || *value > kWidest)
+            throw DamagedDocument("a cross-reference stream without usable /W");
+        width = static_cast<std::size_t>(*value);
+        format.size += width;
+    }
+    if (format.size == 0) throw DamagedDocument("a cross-reference stream of empty rows");
+    return format;
+}
+
+/// The next big-endian number of a row.
+std::uint64_t takeField(std::string_view& row, std::size_t width) {
+    std::uint64_t value = 0;
+    for (const char c : row.substr(0, width)) value = value << 8U | static_cast<unsigned char>(c);
+    row.remove_prefix(width);
+    return value;
+}
+
+ObjectLocation parseRow(std::string_view row, const RowFormat& format) {
+    constexpr std::uint64_t kInFile = 1;
+    constexpr std::uint64_t kInStream = 2;
+    const std::uint64_t type = format.widths[0] == 0 ? kInFile : takeField(row, format.widths[0]);
+    const std::uint64_t second = takeField(row, format.widths[1]);
+    const std::uint64_t third = takeField(row, format.widths[2]);
+    if (type == kInFile && third <= 65535)
+        return {second, static_cast<std::uint32_t>(third), Kind::inFile};
+    if (type == kInStream && second <= limits::kObjectNumber && third <= limits::kObjectNumber)
+        return {second, static_cast<std::uint32_t>(third), Kind::inStream};
+    return {0, 0, Kind::free};  // other types too: a reference to them is null (7.5.8.3)
+}
+
+}  // namespace
+
+/// Reads a classic table token by token, fetching the file as it goes.
+class TableCursor {
+ public:
+    TableCursor(SourceImage& image, std::uint64_t offset, WorkBudget& budget)
+        : image_(image), offset_(offset), budget_(budget) {}
+
+    /// Moves behind the next token; false where it is no unsigned number.
+    bool number(std::uint64_t& value) {
+        fetch();
+        at_ = skipWhite(text_, at_);
+        return readUnsigned(text_, at_, value);
+    }
+
+    /// The same, where some writers leave remarks behind the entry before.
+    bool entryNumber(std::uint64_t& value) {
+        if (number(value)) return true;
+        while (at_ < text_.size() && text_[at_] != '\n' && text_[at_] != '\r') ++at_;
+        return number(value);
+    }
+
+    /// Moves behind the next token if it begins with `word`.
+    bool keyword(std::string_view word) {
+        fetch();
+        at_ = skipWhite(text_, at_);
+        if (!text_.substr(at_).starts_with(word)) return false;
+        at_ += word.size();
+        return true;
+    }
+
+    [[nodiscard]] std::uint64_t offset() const { return offset_ + at_; }
+
+ private:
+    /// Makes sure that the next token is in view.
+    void fetch() {
+        constexpr std::size_t kWindow = std::size_t{64} << 10U;
+        constexpr std::size_t kLongestToken = 128;
+        const bool enough = at_ + kLongestToken <= text_.size();
+        const bool atEnd = !text_.empty() && offset_ + text_.size() >= image_.size();
+        if (enough || atEnd) return;
+        budget_.spend(at_);
+        offset_ += at_;
+        at_ = 0;
+        text_ = image_.view(offset_, kWindow);
+    }
+
+    SourceImage& image_;
+    std::uint64_t offset_;
+    WorkBudget& budget_;
+    std::string_view text_;
+    std::size_t at_ = 0;
+};
+
+CrossReferenceReader::CrossReferenceReader(SourceImage& image)
+    : image_(image),
+      budget_(limits::kSyntaxTotal + limits::kSyntaxPerByte * image.size()),
+      result_{ObjectTable(image.size()), {}} {}
+
+CrossReference CrossReferenceReader::read() {
+    std::optional<std::uint64_t> next = startOffset();
+    while (next) {
+        if (visited_.size() == limits::kCrossReferenceSections)
+            throw DamagedDocument("too many cross-reference sections");
+        if (!visited_.insert(*next).second) break;  // a loop: everything has been read
+        std::string trailer = readSection(*next);
+        next = offsetUnder(Value(trailer), "Prev");
+        if (result_.trailer.empty() && !Value(trailer).find("Root").isNull())
+            result_.trailer = std::move(trailer);
+    }
+    if (result_.trailer.empty()) throw DamagedDocument("no trailer with a /Root");
+    return std::move(result_);
+}
+
+std::uint64_t CrossReferenceReader::startOffset() {
+    const std::uint64_t tail =
+        image_.size() - std::min<std::uint64_t>(image_.size(), limits::kTail);
+    const std::string_view text = image_.view(tail, limits::kTail);
+    constexpr std::string_view kKeyword = "startxref";
+    std::size_t at = text.rfind(kKeyword);
+    if (at == std::string_view::npos) throw DamagedDocument("no startxref");
+    at = skipWhite(text, at + kKeyword.size());
+    std::uint64_t offset = 0;
+    if (!readUnsigned(text, at, offset)) throw DamagedDocument("startxref without an offset");
+    return offset;
+}
+
+std::string CrossReferenceReader::readSection(std::uint64_t offset) {
+    if (offset >= image_.size()) throw DamagedDocument("a section beyond the end of the file");
+    TableCursor cursor(image_, offset, budget_);
+    return cursor.keyword("xref") ? readTable(cursor.offset()) : readStream(offset);
+}
+
+std::string CrossReferenceReader::readTable(std::uint64_t offset) {
+    TableCursor cursor(image_, offset, budget_);
+    std::vector<std::uint64_t> freed;
+    while (!cursor.keyword("trailer")) readSubsection(cursor, freed);
+    std::string trailer = readDictionary(image_, cursor.offset(), budget_);
+    // What a hybrid file hides from old readers it lists as free in the table and again in the
+    // stream, so the stream comes first.
+    if (const auto stream = offsetUnder(Value(trailer), "XRefStm"))
+        if (visited_.insert(*stream).second) readStream(*stream);
+    for (const std::uint64_t number : freed) result_.table.add(number, {0, 0, Kind::free});
+    return trailer;
+}
+
+void CrossReferenceReader::readSubsection(TableCursor& cursor, std::vector<std::uint64_t>& freed) {
+    std::uint64_t first = 0;
+    std::uint64_t count = 0;
+    if (!cursor.number(first) || !cursor.number(count))
+        throw DamagedDocument("a broken cross-reference table");
+    for (std::uint64_t i = 0; i < count; ++i) {
+        std::uint64_t offset = 0;
+        std::uint64_t generation = 0;
+        if (!cursor.entryNumber(offset) || !cursor.number(generation))
+            throw DamagedDocument("a broken cross-reference entry");
+        const bool inUse = cursor.keyword("n");
+        if (!inUse && !cursor.keyword("f")) throw DamagedDocument("a broken cross-reference entry");
+        // Object 0 heads the list of free objects; some writers number it 1, and the others with
+        // it.
+        if (i == 0 && first == 1 && !inUse && offset == 0 && generation == 65535) first = 0;
+        if (first + i > limits::kObjectNumber) continue;
+        if (!inUse || offset == 0)
+            freed.push_back(first + i);
+        else
+            result_.table.add(
+                first + i,
+                {offset, static_cast<std::uint32_t>(std::min<std::uint64_t>(generation, 65536)),
+                 Kind::inFile});
+    }
+}
+
+std::string CrossReferenceReader::readStream(std::uint64_t offset) {
+    const IndirectObject object = readIndirectObject(image_, offset, budget_);
+    if (!object.isStream) throw DamagedDocument("no cross-reference section where one should be");
+    std::string dictionary(object.value.text());
+    const Value trailer(dictionary);
+    const std::uint64_t begin = offset + object.end;
+    const auto length = static_cast<std::size_t>(
+        streamBodyLength(image_, begin, trailer.find("Length").integer(), budget_));
+    const std::string_view body = image_.view(begin, length).substr(0, length);
+    const auto limit =
+        static_cast<std::size_t>(std::min<std::uint64_t>(limits::kDecodedStream, budget_.left()));
+    const Decoded rows = decodeStream(trailer, body, limit, directOnly);
+    if (rows.status != DecodeStatus::complete)
+        throw DamagedDocument("a cross-reference stream cannot be decoded");
+    budget_.spend(rows.bytes.size());
+    addRows(rows.bytes, trailer);
+    return dictionary;
+}
+
+void CrossReferenceReader::addRows(std::string_view rows, Value dictionary) {
+    const RowFormat format = rowFormat(dictionary.find("W"));
+    const auto addRun = [&](std::int64_t first, std::int64_t count) {
+        for (std::int64_t i = 0; i < count && rows.size() >= format.size; ++i) {
+            result_.table.add(static_cast<std::uint64_t>(first) + static_cast<std::uint64_t>(i),
+                              parseRow(rows.substr(0, format.size), format));
+            rows.remove_prefix(format.size);
+        }
+    };
+    const Value index = dictionary.find("Index");
+    if (!index.isArray()) {
+        const auto size = dictionary.find("Size").integer();
+        addRun(0, size.value_or(static_cast<std::int64_t>(rows.size() / format.size)));
+        return;
+    }
+    ArrayReader reader(index);
+    while (const auto first = reader.next()) {
+        const auto number = first->integer();
+        const auto count = reader.next().value_or(Value()).integer();
+        if (!number || !count || *number < 0)
+            throw DamagedDocument("a cross-reference stream with a broken /Index");
+        addRun(*number, *count);
+    }
+}
+
+}  // namespace quirebind

@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/PDF/IndirectObject.h"
+
+#include "Platform/PDF/Characters.h"
+
+namespace quirebind {
+namespace {
+
+/// As much text as must follow a value before we believe that it is over although no keyword says
+/// so: enough for the longest "0000000000 65535 R".
+constexpr std::size_t kBelief = 64;
+
+/// Reads "N G obj" and moves `at` behind it.
+std::optional<Reference> readHeader(std::string_view text, std::size_t& at) {
+    std::uint64_t number = 0;
+    std::uint64_t generation = 0;
+    at = skipWhite(text, at);
+    if (!readUnsigned(text, at, number)) return std::nullopt;
+    at = skipWhite(text, at);
+    if (!readUnsigned(text, at, generation)) return std::nullopt;
+    at = skipWhite(text, at);
+    if (!text.substr(at).starts_with("obj")) return std::nullopt;
+    at += 3;
+    if (number > limits::kObjectNumber || generation > 65535) return std::nullopt;
+    return Reference{static_cast<std::uint32_t>(number), static_cast<std::uint32_t>(generation)};
+}
+
+/// Behind the end of line that follows the keyword stream: CR LF or LF. Real files also have blanks
+/// before it, or a lone CR.
+std::optional<std::size_t> bodyBegin(std::string_view text, std::size_t at, bool isWhole) {
+    std::size_t eol = at;
+    while (eol < text.size() && (text[eol] == ' ' || text[eol] == '\t')) ++eol;
+    if (eol + 2 > text.size()) {
+        if (!isWhole) return std::nullopt;
+        return eol < text.size() ? eol + 1 : eol;
+    }
+    if (text[eol] == '\r') return text[eol + 1] == '\n' ? eol + 2 : eol + 1;
+    if (text[eol] == '\n') return eol + 1;
+    return at;
+}
+
+}  // namespace
+
+std::optional<IndirectObject> parseIndirectObject(std::string_view text, bool isWhole,
+                                                  std::vector<FoundReference>* references) {
+    IndirectObject object;
+    std::size_t at = 0;
+    const auto id = readHeader(text, at);
+    if (!id) return std::nullopt;
+    object.id = *id;
+
+    const std::size_t begin = skipWhite(text, at);
+    const std::size_t end = scanValue(text, begin, references);
+    if (end == std::string_view::npos) return std::nullopt;
+    object.value = Value(text.substr(begin, end - begin));
+    object.valueBegin = begin;
+    object.end = end;
+    if (references != nullptr) {
+        for (FoundReference& found : *references) {
+            found.begin -= begin;
+            found.end -= begin;
+        }
+    }
+
+    const std::size_t keyword = skipWhite(text, end);
+    const std::string_view rest = text.substr(keyword);
+    if (rest.starts_with("endobj")) return object;
+    if (rest.starts_with("stream") && object.value.isDictionary()) {
+        const auto body = bodyBegin(text, keyword + 6, isWhole);
+        if (!body) return std::nullopt;
+        object.isStream = true;
+        object.end = *body;
+        return object;
+    }
+    // A missing endobj: the value is complete all the same.
+    if (isWhole || text.size() - end > kBelief) return object;
+    return std::nullopt;
+}
+
+}  // namespace quirebind

@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "Platform/PDF/Value.h"
+
+namespace quirebind {
+
+/// An indirect object as it stands in a file (ISO 32000-2, 7.3.10):
+///
+///     12 0 obj  value  endobj
+///     12 0 obj  dictionary  stream EOL  body  EOL endstream  endobj
+struct IndirectObject {
+    Reference id;
+    Value value;                 ///< For a stream, its dictionary.
+    std::size_t valueBegin = 0;  ///< Where the value begins in the text.
+    bool isStream = false;
+    std::size_t end = 0;  ///< Behind the value; for a stream, where its body begins.
+};
+
+/// Parses the indirect object that begins at the start of `text` (white space before it is
+/// skipped). Nothing where the text is no object or may have ended too early to tell; `isWhole`
+/// says that the text goes on to the end of the file, so that there is no more to be seen.
+/// References are found as by scanValue, their positions counting from the value's own beginning.
+[[nodiscard]] std::optional<IndirectObject> parseIndirectObject(
+    std::string_view text, bool isWhole, std::vector<FoundReference>* references = nullptr);
+
+}  // namespace quirebind

@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Platform/PDF/Value.h"
+
+namespace quirebind {
+
+/// A decoded object stream (ISO 32000-2, 7.5.7). Its text is
+///
+///     N pairs "object-number offset", white space between them     First bytes
+///     N values, each at First + its offset                        the rest
+///
+/// ObjectPacker writes what this reads.
+class ObjectStream {
+ public:
+    /// `first` is the value under /First. Takes the pairs that are there, however many /N promises.
+    ObjectStream(std::string decoded, std::size_t first, std::size_t count);
+
+    /// The value of object `number`, which the cross-reference stream says to be at `index`; real
+    /// files have wrong indexes, so the pairs decide. Nothing where it is not here or is damaged.
+    [[nodiscard]] std::optional<Value> find(std::uint32_t number, std::uint32_t index,
+                                            std::vector<FoundReference>* references) const;
+
+    /// Bytes of memory that this takes.
+    [[nodiscard]] std::size_t cost() const;
+
+ private:
+    struct Member {
+        std::uint32_t number = 0;
+        std::size_t offset = 0;
+    };
+    std::string text_;
+    std::vector<Member> members_;
+};
+
+}  // namespace quirebind

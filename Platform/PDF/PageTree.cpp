@@ -1,0 +1,100 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/PDF/PageTree.h"
+
+#include <unordered_set>
+#include <utility>
+
+#include "Platform/PDF/DamagedDocument.h"
+#include "Platform/PDF/Limits.h"
+
+namespace quirebind {
+
+/// One walk over a page tree, with a stack of its own in place of recursion.
+class PageTreeWalk {
+ public:
+    explicit PageTreeWalk(ObjectReader& reader) : reader_(reader) {}
+
+    PageTree run(Value root) {
+        const auto reference = root.reference();
+        if (!reference) throw DamagedDocument("a catalog without a page tree");
+        PageTree::Inheritance nothing{};
+        nothing.fill(PageTree::kNone);
+        visit(*reference, nothing, 0);
+        while (!open_.empty()) {
+            OpenNode& top = open_.back();
+            if (top.next == top.kids.size()) {
+                onPath_.erase(tree_.nodes_[top.node].object);
+                open_.pop_back();
+                continue;
+            }
+            const Reference kid = top.kids[top.next++];
+            const std::uint32_t parent = top.node;
+            visit(kid, PageTree::Inheritance(tree_.nodes_[parent].inherited), parent);
+            reader_.trim();
+        }
+        return std::move(tree_);
+    }
+
+ private:
+    /// A node whose kids are being visited.
+    struct OpenNode {
+        std::uint32_t node = 0;
+        std::vector<Reference> kids;
+        std::size_t next = 0;
+    };
+
+    /// Adds the page, or opens the node, that `reference` names.
+    void visit(Reference reference, const PageTree::Inheritance& inherited, std::uint32_t parent) {
+        if (!reader_.exists(reference)) return;
+        const Value dictionary = reader_.read(reference.number).value;
+        if (dictionary.isNull()) return;
+        if (!dictionary.isDictionary()) throw DamagedDocument("a page that is no dictionary");
+        // Some files leave out /Type; /Kids tells a node from a page.
+        const Value kids = dictionary.find("Kids");
+        if (kids.isNull() && !dictionary.find("Type").isName("Pages")) {
+            if (open_.empty()) throw DamagedDocument("a page where the page tree should be");
+            if (tree_.pages_.size() == limits::kPages) throw DamagedDocument("too many pages");
+            tree_.pages_.push_back({reference.number, parent});
+            return;
+        }
+        if (open_.size() == limits::kPageTreeDepth) throw DamagedDocument("too deep a page tree");
+        if (!onPath_.insert(reference.number).second)
+            throw DamagedDocument("a page tree that leads back into itself");
+        openNode(reference.number, dictionary, kids, inherited);
+    }
+
+    void openNode(std::uint32_t object, Value dictionary, Value kids,
+                  const PageTree::Inheritance& inherited) {
+        PageTree::Node node{object, inherited};
+        for (std::size_t i = 0; i < kInheritableAttributes.size(); ++i) {
+            const Value own = dictionary.find(kInheritableAttributes[i]);
+            if (own.isNull()) continue;
+            node.inherited[i] = static_cast<std::uint32_t>(tree_.values_.size());
+            tree_.values_.emplace_back(own.text());
+        }
+        OpenNode opened;
+        opened.node = static_cast<std::uint32_t>(tree_.nodes_.size());
+        ArrayReader reader(reader_.resolve(kids));
+        while (const auto kid = reader.next()) {
+            if (kid->isNull()) continue;
+            const auto reference = kid->reference();
+            if (!reference) throw DamagedDocument("a page that is no object of its own");
+            opened.kids.push_back(*reference);
+        }
+        tree_.nodes_.push_back(node);
+        open_.push_back(std::move(opened));
+    }
+
+    ObjectReader& reader_;
+    PageTree tree_;
+    std::vector<OpenNode> open_;
+    std::unordered_set<std::uint32_t> onPath_;  // the nodes in open_
+};
+
+PageTree PageTree::read(ObjectReader& reader, Value root) {
+    return PageTreeWalk(reader).run(root);
+}
+
+}  // namespace quirebind

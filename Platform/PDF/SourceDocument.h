@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Platform/PDF/ObjectReader.h"
+#include "Platform/PDF/PageTree.h"
+#include "Platform/PDF/Version.h"
+
+namespace quirebind {
+
+/// Is told when a source is about to close, while it can still be read.
+class SourceObserver {
+ public:
+    SourceObserver() = default;
+    SourceObserver(const SourceObserver&) = delete;
+    SourceObserver& operator=(const SourceObserver&) = delete;
+    SourceObserver(SourceObserver&&) = delete;
+    SourceObserver& operator=(SourceObserver&&) = delete;
+    virtual ~SourceObserver() = default;
+    virtual void sourceWillClose() noexcept = 0;
+};
+
+/// An opened document: the reading side of PDFDocument. Used by one thread.
+class SourceDocument {
+ public:
+    /// Throws DamagedDocument where the file cannot be read as a PDF.
+    SourceDocument(const URL& url, FileSystem& files);
+    SourceDocument(const SourceDocument&) = delete;
+    SourceDocument& operator=(const SourceDocument&) = delete;
+    SourceDocument(SourceDocument&&) = delete;
+    SourceDocument& operator=(SourceDocument&&) = delete;
+    ~SourceDocument();
+
+    /// Different for every document ever opened in this process, so that another document at the
+    /// same address or of the same URL is never taken for this one.
+    [[nodiscard]] std::uint64_t serial() const { return serial_; }
+    [[nodiscard]] const URL& url() const { return url_; }
+    [[nodiscard]] bool isLocked() const { return locked_; }
+    /// The header's or the catalog's, whichever is higher (ISO 32000-2, 7.5.2).
+    [[nodiscard]] Version version() const { return version_; }
+    /// Empty while the document is locked.
+    [[nodiscard]] const PageTree& pageTree() const { return pageTree_; }
+    /// The catalog dictionary; absent while the document is locked.
+    [[nodiscard]] Value catalog() const { return Value(catalog_); }
+    /// Objects that stand for the document as a whole; no page needs them.
+    [[nodiscard]] const std::vector<std::uint32_t>& documentObjects() const {
+        return documentObjects_;
+    }
+    [[nodiscard]] ObjectReader& reader() { return *reader_; }
+
+    /// Whether the file on disk is still what was opened.
+    [[nodiscard]] bool unchanged() const { return reader_->image().unchanged(); }
+
+    void addObserver(std::weak_ptr<SourceObserver> observer);
+
+ private:
+    void readStructure(SourceImage image);
+
+    std::uint64_t serial_;
+    URL url_;
+    bool locked_ = false;
+    Version version_;
+    std::string catalog_;
+    std::vector<std::uint32_t> documentObjects_;
+    PageTree pageTree_;
+    std::unique_ptr<ObjectReader> reader_;
+    std::vector<std::weak_ptr<SourceObserver>> observers_;
+};
+
+}  // namespace quirebind

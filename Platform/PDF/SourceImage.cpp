@@ -1,0 +1,152 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/PDF/SourceImage.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <limits>
+#include <string>
+
+#include <fcntl.h>
+#include <sys/mman.h>
+
+#include "Platform/PDF/DamagedDocument.h"
+#include "Platform/PDF/Limits.h"
+
+namespace quirebind {
+namespace {
+
+constexpr std::size_t kBlock = std::size_t{16} << 10U;
+
+/// Files up to this size are read at once.
+constexpr std::uint64_t kSmallFile = std::uint64_t{256} << 10U;
+
+/// How many blocks are read together where the block before was in memory already.
+constexpr std::size_t kReadAhead = 8;
+
+bool sameTime(const struct stat& a, const struct stat& b) {
+#if defined(__APPLE__)
+    const struct timespec& x = a.st_mtimespec;
+    const struct timespec& y = b.st_mtimespec;
+#else
+    const struct timespec& x = a.st_mtim;
+    const struct timespec& y = b.st_mtim;
+#endif
+    return x.tv_sec == y.tv_sec && x.tv_nsec == y.tv_nsec;
+}
+
+}  // namespace
+
+std::optional<SourceImage> SourceImage::open(const URL& url, FileSystem& files) {
+    if (!url.isFileURL()) return std::nullopt;
+    const std::string path(url.path());
+    if (path.find('\0') != std::string::npos) return std::nullopt;
+    // O_NONBLOCK: opening a FIFO that nobody writes to would wait for ever.
+    int descriptor = 0;
+    do {
+        descriptor =
+            files.open(AT_FDCWD, path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, 0);
+    } while (descriptor == -EINTR);
+    if (descriptor < 0) return std::nullopt;
+    FileDescriptor file(files, descriptor);
+    struct stat status{};
+    if (files.status(file.number(), status) < 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+    return SourceImage(files, std::move(file), status);
+}
+
+SourceImage::SourceImage(FileSystem& files, FileDescriptor file, const struct stat& status)
+    : files_(&files),
+      file_(std::move(file)),
+      opened_(status),
+      fileSize_(static_cast<std::uint64_t>(std::max<off_t>(status.st_size, 0))) {
+    if (fileSize_ > std::numeric_limits<std::size_t>::max() / 2) throw std::bad_alloc();
+    const auto size = static_cast<std::size_t>(fileSize_);
+    bytes_ = std::make_unique_for_overwrite<char[]>(size);
+    if (fileSize_ <= kSmallFile) {
+        readFully(0, {bytes_.get(), size});
+        resident_ = size;
+    }
+    loaded_.assign((size + kBlock - 1) / kBlock, fileSize_ <= kSmallFile);
+}
+
+std::string_view SourceImage::view(std::uint64_t offset, std::size_t length) {
+    if (offset >= size()) return {};
+    const auto begin = static_cast<std::size_t>(origin_ + offset);
+    const std::size_t all = static_cast<std::size_t>(fileSize_) - begin;
+    const std::size_t first = begin / kBlock;
+    std::size_t end = (begin + std::min(std::max<std::size_t>(length, 1), all) - 1) / kBlock + 1;
+    load(first, end);
+    while (end < loaded_.size() && end - first < kReadAhead && loaded_[end]) ++end;
+    return {&bytes_[begin], std::min(end * kBlock - begin, all)};
+}
+
+void SourceImage::load(std::size_t firstBlock, std::size_t endBlock) {
+    std::size_t block = firstBlock;
+    while (block < endBlock) {
+        if (loaded_[block]) {
+            ++block;
+            continue;
+        }
+        const bool inSequence = block > 0 && loaded_[block - 1];
+        const std::size_t wanted = std::min(
+            loaded_.size(), std::max(endBlock, inSequence ? block + kReadAhead : block + 1));
+        std::size_t end = block + 1;
+        while (end < wanted && !loaded_[end]) ++end;
+        const std::size_t begin = block * kBlock;
+        const std::size_t length =
+            std::min(end * kBlock, static_cast<std::size_t>(fileSize_)) - begin;
+        readFully(begin, {&bytes_[begin], length});
+        std::fill(loaded_.begin() + static_cast<std::ptrdiff_t>(block),
+                  loaded_.begin() + static_cast<std::ptrdiff_t>(end), true);
+        resident_ += length;
+        block = end;
+    }
+}
+
+void SourceImage::copy(std::uint64_t offset, std::span<char> into) {
+    if (offset > size() || into.size() > size() - offset)
+        throw DamagedDocument("stream body beyond the end of the file");
+    if (into.empty()) return;
+    const auto begin = static_cast<std::size_t>(origin_ + offset);
+    const auto first = loaded_.begin() + static_cast<std::ptrdiff_t>(begin / kBlock);
+    const auto last =
+        loaded_.begin() + static_cast<std::ptrdiff_t>((begin + into.size() - 1) / kBlock + 1);
+    if (std::find(first, last, false) == last)
+        std::memcpy(into.data(), &bytes_[begin], into.size());
+    else
+        readFully(begin, into);
+}
+
+void SourceImage::readFully(std::uint64_t fileOffset, std::span<char> into) {
+    while (!into.empty()) {
+        const ssize_t got = files_->read(file_.number(), std::as_writable_bytes(into), fileOffset);
+        if (got == -EINTR) continue;
+        if (got <= 0) throw DamagedDocument(got == 0 ? "the file became shorter" : "read error");
+        into = into.subspan(static_cast<std::size_t>(got));
+        fileOffset += static_cast<std::uint64_t>(got);
+    }
+}
+
+void SourceImage::trim() {
+    if (resident_ <= limits::kResidentBytes) return;
+#if defined(__linux__)
+    // The pages in the middle go back to the system; both ends may share theirs with others.
+    void* from = &bytes_[0];
+    auto space = static_cast<std::size_t>(fileSize_);
+    constexpr std::size_t kPage = std::size_t{64} << 10U;  // a multiple of any page size
+    if (std::align(kPage, kPage, from, space) != nullptr)
+        (void)::madvise(from, space / kPage * kPage, MADV_DONTNEED);
+#endif
+    loaded_.assign(loaded_.size(), false);
+    resident_ = 0;
+}
+
+bool SourceImage::unchanged() const {
+    struct stat now{};
+    return files_->status(file_.number(), now) >= 0 && now.st_size == opened_.st_size &&
+           sameTime(now, opened_);
+}
+
+}  // namespace quirebind

@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include <sys/stat.h>
+
+#include "Platform/Files/FileDescriptor.h"
+#include "Platform/Files/URL.h"
+
+namespace quirebind {
+
+/// The bytes of a source file, in memory that we own, as if all of it were there: a block of it is
+/// read when it is first looked at. (A mapping of the file would raise a signal when somebody
+/// shortens it meanwhile.) Small files are read in one go; of large ones the bodies of streams are
+/// never held here but go straight to where they are wanted, through `copy`.
+///
+/// Offsets count from the origin, which is where the PDF header stands. Every function that reads
+/// throws DamagedDocument when the file cannot be read or has become shorter. Used by one thread.
+class SourceImage {
+ public:
+    /// Opens the file; nothing where it cannot be opened or is not a regular file. Never blocks on
+    /// a FIFO or a device.
+    [[nodiscard]] static std::optional<SourceImage> open(const URL& url, FileSystem& files);
+
+    /// Bytes from the origin to the end of the file.
+    [[nodiscard]] std::uint64_t size() const { return fileSize_ - origin_; }
+
+    /// Lets offsets count from `origin` (bytes from the start of the file).
+    void setOrigin(std::uint64_t origin) { origin_ = origin; }
+
+    /// The bytes from `offset`: at least `length` of them unless the file ends before, and more
+    /// where more is in memory. Valid until `trim`.
+    [[nodiscard]] std::string_view view(std::uint64_t offset, std::size_t length);
+
+    /// Fills `into` from `offset`, without keeping what was not in memory.
+    void copy(std::uint64_t offset, std::span<char> into);
+
+    /// Gives memory back when much is held. Ends the validity of every view: call it where none is
+    /// in use.
+    void trim();
+
+    /// Whether the file still has the size and the modification time that it was opened with.
+    [[nodiscard]] bool unchanged() const;
+
+ private:
+    SourceImage(FileSystem& files, FileDescriptor file, const struct stat& status);
+
+    void load(std::size_t firstBlock, std::size_t endBlock);
+    void readFully(std::uint64_t fileOffset, std::span<char> into);
+
+    FileSystem* files_;  // not owned; outlives every document
+    FileDescriptor file_;
+    struct stat opened_;
+    std::uint64_t fileSize_;
+    std::uint64_t origin_ = 0;
+    std::unique_ptr<char[]> bytes_;  // fileSize_ of them; untouched pages cost nothing
+    std::vector<bool> loaded_;       // by block
+    std::size_t resident_ = 0;       // bytes loaded
+};
+
+}  // namespace quirebind

@@ -1,0 +1,117 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/PDF/Value.h"
+
+#include <limits>
+
+#include "Platform/PDF/Characters.h"
+
+namespace quirebind {
+namespace {
+
+/// The text between an opening bracket of `width` bytes and its closing one.
+std::string_view inside(std::string_view text, std::size_t width) {
+    return text.size() < 2 * width ? std::string_view()
+                                   : text.substr(width, text.size() - 2 * width);
+}
+
+/// The next value in `text`, which holds several; absent at the end or where something else stands.
+std::optional<Value> nextValue(std::string_view text, std::size_t& at) {
+    at = skipWhite(text, at);
+    if (at >= text.size()) return std::nullopt;
+    const std::size_t end = scanValue(text, at);
+    if (end == std::string_view::npos || end == at) {
+        at = text.size();
+        return std::nullopt;
+    }
+    const Value value(text.substr(at, end - at));
+    at = end;
+    return value;
+}
+
+}  // namespace
+
+std::optional<std::int64_t> Value::integer() const {
+    std::size_t at = text_.starts_with('-') || text_.starts_with('+') ? 1 : 0;
+    std::uint64_t magnitude = 0;
+    if (!readUnsigned(text_, at, magnitude)) return std::nullopt;
+    if (magnitude > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()))
+        return std::nullopt;
+    if (at < text_.size() && text_[at] == '.') {
+        ++at;
+        while (at < text_.size() && text_[at] == '0') ++at;
+    }
+    if (at != text_.size()) return std::nullopt;
+    const auto value = static_cast<std::int64_t>(magnitude);
+    return text_.starts_with('-') ? -value : value;
+}
+
+std::optional<bool> Value::boolean() const {
+    if (text_ == "true") return true;
+    if (text_ == "false") return false;
+    return std::nullopt;
+}
+
+std::optional<Reference> Value::reference() const {
+    std::size_t at = 0;
+    Reference result;
+    if (!readReference(text_, at, result) || at != text_.size()) return std::nullopt;
+    return result;
+}
+
+std::string Value::name() const {
+    std::string result;
+    if (!isName()) return result;
+    for (std::size_t i = 1; i < text_.size(); ++i) {
+        const int high = text_[i] == '#' && i + 2 < text_.size() ? hexValue(text_[i + 1]) : -1;
+        const int low = high >= 0 ? hexValue(text_[i + 2]) : -1;
+        if (low >= 0) {
+            result += static_cast<char>(high * 16 + low);
+            i += 2;
+        } else {
+            result += text_[i];
+        }
+    }
+    return result;
+}
+
+bool Value::isName(std::string_view expected) const {
+    if (!isName()) return false;
+    if (text_.find('#') == std::string_view::npos) return text_.substr(1) == expected;
+    return name() == expected;
+}
+
+Value Value::find(std::string_view key) const {
+    DictionaryReader reader(*this);
+    while (const auto entry = reader.next())
+        if (entry->key.isName(key)) return entry->value;
+    return {};
+}
+
+DictionaryReader::DictionaryReader(Value dictionary)
+    : text_(dictionary.isDictionary() ? inside(dictionary.text(), 2) : std::string_view()) {}
+
+std::optional<DictionaryEntry> DictionaryReader::next() {
+    const auto key = nextValue(text_, at_);
+    if (!key) {
+        wellFormed_ = wellFormed_ && at_ >= text_.size();
+        return std::nullopt;
+    }
+    if (!key->isName()) {
+        wellFormed_ = false;
+        at_ = text_.size();
+        return std::nullopt;
+    }
+    // A last key without a value is as good as absent.
+    return DictionaryEntry{*key, nextValue(text_, at_).value_or(Value())};
+}
+
+ArrayReader::ArrayReader(Value array)
+    : text_(array.isArray() ? inside(array.text(), 1) : std::string_view()) {}
+
+std::optional<Value> ArrayReader::next() {
+    return nextValue(text_, at_);
+}
+
+}  // namespace quirebind

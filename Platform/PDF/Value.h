@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "Platform/PDF/ValueScanner.h"
+
+namespace quirebind {
+
+/// One PDF object as the text that it is written in (ISO 32000-2, 7.3). Nothing is built: the text
+/// stays where it was read, and each question reads the part of it that it needs. A plain view,
+/// valid as long as that text; an absent value is empty.
+///
+/// The text must be well formed as scanValue sees it; every question about it has an answer then,
+/// if only "it is something else".
+class Value {
+ public:
+    Value() = default;
+    explicit Value(std::string_view text) : text_(text) {}
+
+    [[nodiscard]] std::string_view text() const { return text_; }
+    /// Absent, or the keyword null; the two mean the same (7.3.9).
+    [[nodiscard]] bool isNull() const { return text_.empty() || text_ == "null"; }
+    [[nodiscard]] bool isDictionary() const { return text_.starts_with("<<"); }
+    [[nodiscard]] bool isArray() const { return text_.starts_with('['); }
+    [[nodiscard]] bool isName() const { return text_.starts_with('/'); }
+
+    /// The integer, where this is one. A real number whose fraction is zero counts: real files
+    /// write lengths and counts so.
+    [[nodiscard]] std::optional<std::int64_t> integer() const;
+    /// The truth value, where this is one.
+    [[nodiscard]] std::optional<bool> boolean() const;
+    /// What this refers to, where it is an indirect reference.
+    [[nodiscard]] std::optional<Reference> reference() const;
+    /// The name without its solidus and with its number-sign escapes undone; empty for others.
+    [[nodiscard]] std::string name() const;
+    /// Whether this is the name `expected` (given without solidus), in any spelling.
+    [[nodiscard]] bool isName(std::string_view expected) const;
+
+    /// The value under `key` (without solidus) of a dictionary; absent where there is none or this
+    /// is no dictionary. Of repeated keys the first counts.
+    [[nodiscard]] Value find(std::string_view key) const;
+
+ private:
+    std::string_view text_;
+};
+
+/// A key and its value; the key is the name as it is spelt.
+struct DictionaryEntry {
+    Value key;
+    Value value;
+};
+
+/// Reads a dictionary entry by entry. Stops at the first thing that is not a name where a key
+/// should stand; `wellFormed` then says no.
+class DictionaryReader {
+ public:
+    explicit DictionaryReader(Value dictionary);
+    [[nodiscard]] std::optional<DictionaryEntry> next();
+    [[nodiscard]] bool wellFormed() const { return wellFormed_; }
+
+ private:
+    std::string_view text_;
+    std::size_t at_ = 0;
+    bool wellFormed_ = true;
+};
+
+/// Reads an array element by element.
+class ArrayReader {
+ public:
+    explicit ArrayReader(Value array);
+    [[nodiscard]] std::optional<Value> next();
+
+ private:
+    std::string_view text_;
+    std::size_t at_ = 0;
+};
+
+}  // namespace quirebind

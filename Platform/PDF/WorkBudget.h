@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstdint>
+
+#include "Platform/PDF/DamagedDocument.h"
+
+namespace quirebind {
+
+/// The work that one document may cause, in bytes looked at. Every loop that a file's pointers can
+/// make long spends from it, so that reading ends in time linear in the file's size whatever the
+/// pointers say.
+class WorkBudget {
+ public:
+    explicit WorkBudget(std::uint64_t bytes) : left_(bytes) {}
+
+    /// Throws DamagedDocument when nothing is left.
+    void spend(std::uint64_t bytes) {
+        if (bytes > left_)
+            throw DamagedDocument("the file asks for more work than its size allows");
+        left_ -= bytes;
+    }
+
+    [[nodiscard]] std::uint64_t left() const { return left_; }
+
+ private:
+    std::uint64_t left_;
+};
+
+}  // namespace quirebind
