@@ -1,0 +1,172 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/PDF/CrossReferenceWriter.h"
+
+#include <algorithm>
+#include <array>
+#include <span>
+#include <string_view>
+
+#include <xxhash.h>
+
+namespace quirebind {
+namespace {
+
+/// Appends " /ID [...]" (ISO 32000-2, 14.4), derived from everything written so far, so that the
+/// same inputs give the same file and different ones different identifiers.
+void appendIdentifier(ByteBuffer& out) {
+    constexpr std::string_view kDigits = "0123456789abcdef";
+    const XXH128_hash_t hash = XXH3_128bits(out.text().data(), out.size());
+    XXH128_canonical_t canonical;
+    XXH128_canonicalFromHash(&canonical, hash);
+    std::array<char, 2 * sizeof(canonical.digest)> digits{};
+    for (std::size_t i = 0; i < sizeof(canonical.digest); ++i) {
+        digits[2 * i] = kDigits[canonical.digest[i] >> 4U];
+        digits[2 * i + 1] = kDigits[canonical.digest[i] & 15U];
+    }
+    const std::string_view text(digits.data(), digits.size());
+    out.append("/ID[<");
+    out.append(text);
+    out.append("><");
+    out.append(text);
+    out.append(">]");
+}
+
+void appendTrailerEntries(ByteBuffer& out, std::size_t size, std::uint32_t root) {
+    out.append("/Size ");
+    out.append(std::uint64_t{size});
+    out.append("/Root ");
+    out.append(std::uint64_t{root});
+    out.append(" 0 R");
+    appendIdentifier(out);
+}
+
+void appendEnd(ByteBuffer& out, std::uint64_t offset) {
+    out.append("startxref\n");
+    out.append(offset);
+    out.append("\n%%EOF\n");
+}
+
+/// For each free object the next free one, in a ring that begins at object 0.
+class FreeList {
+ public:
+    explicit FreeList(const std::vector<OutputLocation>& locations) : locations_(locations) {}
+
+    /// The free object after `number`; 0 behind the last. Ask in rising order.
+    std::uint64_t after(std::size_t number) {
+        if (next_ <= number) {
+            next_ = number + 1;
+            while (next_ < locations_.size() && !locations_[next_].isFree()) ++next_;
+        }
+        return next_ < locations_.size() ? next_ : 0;
+    }
+
+ private:
+    const std::vector<OutputLocation>& locations_;
+    std::size_t next_ = 0;
+};
+
+/// Writes `value` with leading zeros.
+void fillDecimal(std::span<char> field, std::uint64_t value) {
+    for (std::size_t i = field.size(); i-- > 0; value /= 10)
+        field[i] = static_cast<char>('0' + value % 10);
+}
+
+void fillBigEndian(std::span<char> field, std::uint64_t value) {
+    for (std::size_t i = field.size(); i-- > 0; value >>= 8U)
+        field[i] = static_cast<char>(value & 0xffU);
+}
+
+std::size_t bytesFor(std::uint64_t value) {
+    std::size_t bytes = 1;
+    while ((value >>= 8U) != 0) ++bytes;
+    return bytes;
+}
+
+/// The three fields of one row (ISO 32000-2, table 18).
+struct Row {
+    std::uint8_t type = 0;
+    std::uint64_t second = 0;
+    std::uint32_t third = 0;
+};
+
+Row rowFor(std::size_t number, OutputLocation location, FreeList& freeList) {
+    if (location.isFree()) return {0, freeList.after(number), number == 0 ? 65535U : 0U};
+    if (location.isPacked()) return {2, location.position(), location.index()};
+    return {1, location.position(), 0};
+}
+
+/// All rows, each as its difference from the one above (the PNG predictor Up): the offsets rise
+/// slowly, so nearly all of that is zeros.
+ByteBuffer predictedRows(const std::vector<OutputLocation>& locations, std::size_t positionWidth) {
+    constexpr char kUp = 2;
+    const std::size_t width = 1 + positionWidth + 2;
+    ByteBuffer rows;
+    FreeList freeList(locations);
+    std::vector<char> above(width);
+    std::vector<char> fields(width);
+    for (std::size_t number = 0; number < locations.size(); ++number) {
+        const Row row = rowFor(number, locations[number], freeList);
+        const std::span<char> all(fields);
+        fillBigEndian(all.first(1), row.type);
+        fillBigEndian(all.subspan(1, positionWidth), row.second);
+        fillBigEndian(all.last(2), row.third);
+        const auto predicted = rows.extend(1 + width);
+        predicted[0] = kUp;
+        for (std::size_t i = 0; i < width; ++i)
+            predicted[i + 1] = static_cast<char>(fields[i] - above[i]);
+        above.swap(fields);
+    }
+    return rows;
+}
+
+}  // namespace
+
+void writeCrossReferenceTable(ByteBuffer& out, const std::vector<OutputLocation>& locations,
+                              std::uint32_t root) {
+    const std::uint64_t start = out.size();
+    out.append("xref\n0 ");
+    out.append(std::uint64_t{locations.size()});
+    out.append("\n");
+    FreeList freeList(locations);
+    constexpr std::string_view kEntry = "0000000000 00000 n \n";
+    for (std::size_t number = 0; number < locations.size(); ++number) {
+        const bool isFree = locations[number].isFree();
+        const auto entry = out.extend(kEntry.size());
+        kEntry.copy(entry.data(), entry.size());
+        fillDecimal(entry.first(10),
+                    isFree ? freeList.after(number) : locations[number].position());
+        if (number == 0) fillDecimal(entry.subspan(11, 5), 65535);
+        if (isFree) entry[17] = 'f';
+    }
+    out.append("trailer\n<<");
+    appendTrailerEntries(out, locations.size(), root);
+    out.append(">>\n");
+    appendEnd(out, start);
+}
+
+void writeCrossReferenceStream(ByteBuffer& out, std::vector<OutputLocation>& locations,
+                               std::uint32_t number, std::uint32_t root, FlateEncoder& encoder) {
+    const std::uint64_t start = out.size();
+    locations[number] = OutputLocation::inFile(start);
+    // No position exceeds this one but the numbers of objects.
+    const std::size_t positionWidth = bytesFor(std::max<std::uint64_t>(start, locations.size()));
+    ByteBuffer body;
+    encoder.encode(predictedRows(locations, positionWidth).text(), body);
+
+    out.append(std::uint64_t{number});
+    out.append(" 0 obj\n<</Type/XRef/W[1 ");
+    out.append(std::uint64_t{positionWidth});
+    out.append(" 2]/Filter/FlateDecode/DecodeParms<</Predictor 12/Columns ");
+    out.append(std::uint64_t{1 + positionWidth + 2});
+    out.append(">>/Length ");
+    out.append(std::uint64_t{body.size()});
+    appendTrailerEntries(out, locations.size(), root);
+    out.append(">>stream\n");
+    out.append(body.text());
+    out.append("\nendstream\nendobj\n");
+    appendEnd(out, start);
+}
+
+}  // namespace quirebind

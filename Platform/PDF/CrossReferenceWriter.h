@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "Platform/Files/ByteBuffer.h"
+#include "Platform/PDF/Filters/FlateEncoder.h"
+
+namespace quirebind {
+
+/// Where an object of the output is, in eight bytes: there are as many as objects.
+class OutputLocation {
+ public:
+    OutputLocation() = default;
+    [[nodiscard]] static OutputLocation inFile(std::uint64_t offset) {
+        return OutputLocation(offset);
+    }
+    [[nodiscard]] static OutputLocation inStream(std::uint32_t stream, std::uint32_t index) {
+        return OutputLocation(kPacked | std::uint64_t{stream} << kIndexBits | index);
+    }
+
+    /// Reserved but never written.
+    [[nodiscard]] bool isFree() const { return bits_ == 0; }
+    [[nodiscard]] bool isPacked() const { return (bits_ & kPacked) != 0; }
+    /// The offset in the file or the number of the object stream.
+    [[nodiscard]] std::uint64_t position() const {
+        return isPacked() ? (bits_ & ~kPacked) >> kIndexBits : bits_;
+    }
+    /// The index in the object stream.
+    [[nodiscard]] std::uint32_t index() const { return bits_ & ((1U << kIndexBits) - 1); }
+
+ private:
+    static constexpr std::uint64_t kPacked = std::uint64_t{1} << 63U;
+    static constexpr unsigned kIndexBits = 16;
+
+    explicit OutputLocation(std::uint64_t bits) : bits_(bits) {}
+
+    std::uint64_t bits_ = 0;  // 0 is no place for an object: the header is there
+};
+
+/// Appends the classic cross-reference table of `locations` (by object number; none is packed), the
+/// trailer, startxref and the end of the file (ISO 32000-2, 7.5.4 and 7.5.5; drawn above
+/// CrossReferenceReader).
+void writeCrossReferenceTable(ByteBuffer& out, const std::vector<OutputLocation>& locations,
+                              std::uint32_t root);
+
+/// Appends the same as a cross-reference stream, which is object `number` (7.5.8).
+void writeCrossReferenceStream(ByteBuffer& out, std::vector<OutputLocation>& locations,
+                               std::uint32_t number, std::uint32_t root, FlateEncoder& encoder);
+
+}  // namespace quirebind

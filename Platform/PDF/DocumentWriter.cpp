@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/PDF/DocumentWriter.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "Platform/PDF/DamagedDocument.h"
+#include "Platform/PDF/Limits.h"
+
+namespace quirebind {
+namespace {
+
+constexpr std::string_view kHeader = "%PDF-1.0\n%\xE2\xE3\xCF\xD3\n";
+constexpr std::size_t kVersionInHeader = 5;
+constexpr std::string_view kEndObject = "\nendobj\n";
+
+}  // namespace
+
+DocumentWriter::DocumentWriter() : locations_(1) {
+    out_.append(kHeader);
+}
+
+std::uint32_t DocumentWriter::reserve() {
+    if (locations_.size() > limits::kObjectNumber) throw DamagedDocument("too many objects");
+    locations_.emplace_back();
+    return static_cast<std::uint32_t>(locations_.size() - 1);
+}
+
+ByteBuffer& DocumentWriter::beginObject(std::uint32_t number, bool packed) {
+    packing_ = packed;
+    if (!packed) {
+        locations_[number] = OutputLocation::inFile(out_.size());
+        out_.append(std::uint64_t{number});
+        out_.append(" 0 obj\n");
+        return out_;
+    }
+    packs_ = true;
+    if (packer_.empty()) packerNumber_ = reserve();
+    locations_[number] = OutputLocation::inStream(packerNumber_, packer_.add(number));
+    return packer_.values();
+}
+
+void DocumentWriter::endObject() {
+    if (!packing_)
+        out_.append(kEndObject);
+    else if (packer_.full())
+        flushPacker();
+}
+
+ByteBuffer& DocumentWriter::beginStream(std::uint32_t number) {
+    return beginObject(number, false);
+}
+
+std::span<char> DocumentWriter::streamBody(std::size_t length) {
+    out_.append("\nstream\n");
+    return out_.extend(length);
+}
+
+void DocumentWriter::endStream() {
+    out_.append("\nendstream\nendobj\n");
+}
+
+void DocumentWriter::flushPacker() {
+    if (packer_.empty()) return;
+    packer_.writeTo(beginObject(packerNumber_, false), encoder_);
+    out_.append(kEndObject);
+}
+
+ByteBuffer DocumentWriter::finish(std::uint32_t root, Version version) {
+    flushPacker();
+    // Offsets of more than ten digits do not fit a classic table (7.5.4).
+    constexpr std::uint64_t kLongestOffset = 9'999'999'999;
+    if (packs_ || out_.size() > kLongestOffset) {
+        version = std::max(version, Version{1, 5});
+        const std::uint32_t number = reserve();
+        writeCrossReferenceStream(out_, locations_, number, root, encoder_);
+    } else {
+        writeCrossReferenceTable(out_, locations_, root);
+    }
+    out_.replace(kVersionInHeader,
+                 std::to_string(version.major) + '.' + std::to_string(version.minor));
+    return std::move(out_);
+}
+
+}  // namespace quirebind

@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "Platform/Files/ByteBuffer.h"
+#include "Platform/PDF/CrossReferenceWriter.h"
+#include "Platform/PDF/Filters/FlateEncoder.h"
+#include "Platform/PDF/ObjectPacker.h"
+#include "Platform/PDF/Version.h"
+
+namespace quirebind {
+
+/// Assembles a new PDF file in one buffer (ISO 32000-2, 7.5):
+///
+///     %PDF-1.7
+///     %....            four bytes that tell transfer programs that this is binary
+///     1 0 obj ... endobj
+///     2 0 obj ... endobj
+///     cross-reference table and trailer, or cross-reference stream
+///     startxref
+///     %%EOF
+///
+/// Objects are written one after another in whatever order; their numbers are reserved before, so
+/// that others can refer to them. A number that is reserved and never written is a free object, and
+/// references to it mean null. Used by one thread; std::bad_alloc when memory runs out.
+class DocumentWriter {
+ public:
+    DocumentWriter();
+
+    /// A number for an object to be written later. Throws DamagedDocument when there are no more.
+    [[nodiscard]] std::uint32_t reserve();
+
+    /// Begins object `number`, to be packed into an object stream or not; its value is to be
+    /// appended to what is returned, before `endObject`.
+    [[nodiscard]] ByteBuffer& beginObject(std::uint32_t number, bool packed);
+    void endObject();
+
+    /// Begins a stream object; its dictionary, with the right /Length, is to be appended to what is
+    /// returned.
+    [[nodiscard]] ByteBuffer& beginStream(std::uint32_t number);
+    /// Where the body, of `length` bytes, is to be put before `endStream`.
+    [[nodiscard]] std::span<char> streamBody(std::size_t length);
+    void endStream();
+
+    /// Whether any object was packed: then the file has object streams already.
+    [[nodiscard]] bool packs() const { return packs_; }
+
+    /// Completes the file: its catalog is object `root`, its version at least `version`. Nothing
+    /// can be written afterwards. The same calls always give the same bytes.
+    [[nodiscard]] ByteBuffer finish(std::uint32_t root, Version version);
+
+ private:
+    void flushPacker();
+
+    ByteBuffer out_;
+    std::vector<OutputLocation> locations_;  // by object number; 0 is never an object
+    ObjectPacker packer_;
+    FlateEncoder encoder_;
+    std::uint32_t packerNumber_ = 0;  // of the object stream being collected
+    bool packing_ = false;            // the object begun is a packed one
+    bool packs_ = false;
+};
+
+}  // namespace quirebind

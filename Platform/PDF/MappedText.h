@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "Platform/Files/ByteBuffer.h"
+#include "Platform/PDF/ReferenceMap.h"
+#include "Platform/PDF/Value.h"
+
+namespace quirebind {
+
+/// Copies the text of one object piece by piece, from front to back, with the references in it
+/// mapped. A view of the text and of the references found in it; use it while both live.
+class MappedText {
+ public:
+    MappedText(std::string_view text, std::span<const FoundReference> references, ReferenceMap& map)
+        : text_(text), references_(references), map_(map) {}
+
+    /// Appends everything up to `end` (an offset in the text). What it refers to gets `role`.
+    void copyTo(std::size_t end, Role role, ByteBuffer& out);
+    /// Appends the rest.
+    void copyRest(Role role, ByteBuffer& out) { copyTo(text_.size(), role, out); }
+    /// Leaves out everything up to `end`.
+    void skipTo(std::size_t end);
+
+    /// Where `part`, a value in this text, begins and ends in it.
+    [[nodiscard]] std::size_t beginOf(Value part) const;
+    [[nodiscard]] std::size_t endOf(Value part) const { return beginOf(part) + part.text().size(); }
+
+ private:
+    std::string_view text_;
+    std::span<const FoundReference> references_;
+    ReferenceMap& map_;
+    std::size_t at_ = 0;
+    std::size_t next_ = 0;  // the first reference at or behind at_
+};
+
+}  // namespace quirebind

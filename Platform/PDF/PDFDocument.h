@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+
+#include "Platform/Files/ByteBuffer.h"
+#include "Platform/Files/URL.h"
+
+namespace quirebind {
+
+class FileSystem;
+class SourceDocument;
+
+/// A page of an opened document. A plain value that keeps nothing open: once its document is closed
+/// it can no longer be inserted anywhere.
+class PDFPage {
+ private:
+    friend class PDFDocument;
+    PDFPage(std::weak_ptr<SourceDocument> document, std::size_t index)
+        : document_(std::move(document)), index_(index) {}
+
+    std::weak_ptr<SourceDocument> document_;
+    std::size_t index_ = 0;
+};
+
+/// A PDF document: either opened from a file, and then only read, or created empty, and then only
+/// written to, by inserting pages of opened ones.
+///
+/// Move-only; the destructor closes the file. One thread at a time may use a document, and
+/// documents whose pages have been inserted into one another count as one. Anything that needs
+/// memory may throw std::bad_alloc; nothing else is thrown.
+class PDFDocument {
+ public:
+    /// An empty document, to insert pages into.
+    PDFDocument();
+    PDFDocument(PDFDocument&& other) noexcept;
+    PDFDocument& operator=(PDFDocument&& other) noexcept;
+    PDFDocument(const PDFDocument&) = delete;
+    PDFDocument& operator=(const PDFDocument&) = delete;
+    ~PDFDocument();
+
+    /// Opens the document at `url`; nothing when there is no file that can be read as a PDF.
+    [[nodiscard]] static std::optional<PDFDocument> open(const URL& url);
+    [[nodiscard]] static std::optional<PDFDocument> open(const URL& url, FileSystem& files);
+
+    /// Where an opened document comes from.
+    [[nodiscard]] std::optional<URL> documentURL() const;
+
+    /// Whether the document is encrypted and needs a password (ISO 32000-2, 7.6). Nothing else can
+    /// be learnt of it then.
+    [[nodiscard]] bool isLocked() const;
+
+    [[nodiscard]] std::size_t pageCount() const;
+
+    /// Page `index`, counting from 0, of an opened document; nothing beyond its pages.
+    [[nodiscard]] std::optional<PDFPage> pageAtIndex(std::size_t index) const;
+
+    /// Inserts a copy of `page`, with all that the page needs, so that it becomes page `index` of
+    /// this document (at most pageCount, which appends). What belongs to the page's document as a
+    /// whole, its outline and metadata for instance, stays behind. References from one page to
+    /// another lead to the copy of that page, in whatever order they are inserted; to a page that
+    /// is never inserted, they are dead. Inserting a page again makes another copy of it and begins
+    /// another copy of its document.
+    ///
+    /// False where that cannot be: the page's document is closed or damaged, `index` is beyond the
+    /// end, or this document was opened from a file. A document that a damaged page was inserted
+    /// into cannot be serialised any more.
+    [[nodiscard]] bool insertPage(const PDFPage& page, std::size_t index);
+
+    /// Whether the file of an opened document is still what it was when it was opened.
+    [[nodiscard]] bool isUnchangedOnDisk() const;
+
+    /// The created document as the bytes of a PDF file, the same for the same insertions. The
+    /// document is given up for it: there is one buffer, and it changes hands. Nothing for an
+    /// opened document, or where an insertion failed.
+    [[nodiscard]] std::optional<ByteBuffer> dataRepresentation() &&;
+
+ private:
+    struct State;
+    explicit PDFDocument(std::unique_ptr<State> state);
+
+    std::unique_ptr<State> state_;
+};
+
+}  // namespace quirebind
