@@ -1,7 +1,8 @@
 # SPDX-FileCopyrightText: 2026 The Quirebind authors
 # SPDX-License-Identifier: MIT
 
-# Settings that every target of this tree is compiled with: warnings are errors, and a preset's
+# Settings that every target of this tree is compiled with: warnings are errors (to us, not to a
+# project that adds this one and may have another compiler), and a preset's
 # sanitizers reach the link too. Consumers of the installed package inherit none of them.
 add_library(QuirebindOptions INTERFACE)
 target_compile_options(
@@ -14,8 +15,10 @@ target_compile_options(
             -Wnon-virtual-dtor
             -Woverloaded-virtual
             -Wcast-align
-            -Wnull-dereference
-            -Werror)
+            -Wnull-dereference)
+if(PROJECT_IS_TOP_LEVEL)
+  target_compile_options(QuirebindOptions INTERFACE -Werror)
+endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # g++ 12 sees faults inside its own std::string and std::optional when it inlines them (GCC bugs
   # 105651, 80635 and others); clang's analyzer and the sanitizers look for the same.
@@ -39,7 +42,9 @@ function(quirebind_library name alias)
     ${name} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
                    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/quirebind>)
   target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:QuirebindOptions>)
-  install(TARGETS ${name} EXPORT QuirebindTargets)
+  if(QUIREBIND_INSTALL)
+    install(TARGETS ${name} EXPORT QuirebindTargets)
+  endif()
 endfunction()
 
 # quirebind_test(NAME SOURCES... [LIBRARIES ...]) defines a GoogleTest program whose every test CTest
