@@ -4,7 +4,6 @@
 #include "QuirebindCore/PDFMerger.h"
 
 #include <new>
-#include <optional>
 
 #include "Platform/Files/AtomicWrite.h"
 #include "QuirebindCore/MergeOn.h"
@@ -13,14 +12,14 @@ namespace quirebind::PDFMerger {
 namespace {
 
 /// Two spellings of one location have this in common, as far as links and dots make the difference.
-URL normalized(const URL& url) {
-    return url.resolvingSymlinksInPath().standardizedFileURL();
+URL normalized(FileSystem& files, const URL& url) {
+    return url.resolvingSymlinksInPath(files).standardizedFileURL();
 }
 
-void refuseToOverwrite(std::span<const URL> sources, const URL& destination) {
-    const URL target = normalized(destination);
+void refuseToOverwrite(FileSystem& files, std::span<const URL> sources, const URL& destination) {
+    const URL target = normalized(files, destination);
     for (const URL& source : sources)
-        if (normalized(source) == target) throw Failure::sourceOverwrite();
+        if (normalized(files, source) == target) throw Failure::sourceOverwrite();
 }
 
 void appendSource(PDFDocument& output, FileSystem& files, const URL& url) {
@@ -34,12 +33,17 @@ void appendSource(PDFDocument& output, FileSystem& files, const URL& url) {
     if (!source.isUnchangedOnDisk()) throw Failure::invalid(url.lastPathComponent());
 }
 
-std::optional<ByteBuffer> serialized(PDFDocument output) {
-    try {
-        return std::move(output).dataRepresentation();
-    } catch (const std::bad_alloc&) {
-        return std::nullopt;
+/// All sources in one document. Running out of memory is the failure of the source being copied.
+PDFDocument joined(FileSystem& files, std::span<const URL> sources) {
+    PDFDocument output;
+    for (const URL& url : sources) {
+        try {
+            appendSource(output, files, url);
+        } catch (const std::bad_alloc&) {
+            throw Failure::invalid(url.lastPathComponent());
+        }
     }
+    return output;
 }
 
 }  // namespace
@@ -49,23 +53,21 @@ PDFDocument openOn(FileSystem& files, const URL& url) {
     if (!document) throw Failure::invalid(url.lastPathComponent());
     if (document->isLocked()) throw Failure::locked(url.lastPathComponent());
     if (document->pageCount() < 1) throw Failure::empty();
+    if (!document->isUnchangedOnDisk()) throw Failure::invalid(url.lastPathComponent());
     return std::move(*document);
 }
 
 void mergeOn(FileSystem& files, std::span<const URL> sources, const URL& destination) {
-    refuseToOverwrite(sources, destination);
-    PDFDocument output;
-    for (const URL& url : sources) {
-        try {
-            appendSource(output, files, url);
-        } catch (const std::bad_alloc&) {
-            throw Failure::invalid(url.lastPathComponent());
-        }
+    try {
+        refuseToOverwrite(files, sources, destination);
+        PDFDocument output = joined(files, sources);
+        if (output.pageCount() < 1) throw Failure::empty();
+        const auto data = std::move(output).dataRepresentation();
+        if (!data) throw Failure::empty();
+        writeAtomically(data->bytes(), destination, files);
+    } catch (const std::bad_alloc&) {
+        throw Failure::empty();
     }
-    if (output.pageCount() < 1) throw Failure::empty();
-    const auto data = serialized(std::move(output));
-    if (!data) throw Failure::empty();
-    writeAtomically(data->bytes(), destination, files);
 }
 
 PDFDocument open(const URL& url) {

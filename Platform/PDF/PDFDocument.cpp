@@ -78,7 +78,11 @@ bool PDFDocument::isUnchangedOnDisk() const {
 
 std::optional<ByteBuffer> PDFDocument::dataRepresentation() && {
     if (!state_->output) return std::nullopt;
-    return std::exchange(state_->output, nullptr)->finish();
+    try {
+        return std::exchange(state_->output, nullptr)->finish();
+    } catch (const DamagedDocument&) {  // more objects than there are numbers
+        return std::nullopt;
+    }
 }
 
 }  // namespace quirebind

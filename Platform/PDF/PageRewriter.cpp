@@ -36,7 +36,7 @@ void PageRewriter::write(std::size_t index, std::uint32_t output, std::uint32_t 
     out.append("<</Parent ");
     out.append(std::uint64_t{parent});
     out.append(" 0 R");
-    if (object.value.find("Type").isNull()) out.append("/Type/Page");
+    if (!isThere(object.value.find("Type"))) out.append("/Type/Page");
     appendOwnEntries(object.value, out, inherited);
     for (std::size_t i = 0; i < inherited.size(); ++i) {
         if (inherited[i] == PageTree::kNone) continue;
@@ -54,16 +54,17 @@ void PageRewriter::write(std::size_t index, std::uint32_t output, std::uint32_t 
     copier_.writer().endObject();
 }
 
-/// Copies the page's own entries but /Parent, and strikes from `inherited` what the page has
-/// itself. An entry that means null is as good as absent (7.3.9), so it goes where another takes
-/// its place.
+/// Copies the page's own entries but /Parent and a key without a value, and strikes from
+/// `inherited` what the page has itself. An entry that means null is as good as absent (7.3.9), so
+/// it goes where another takes its place.
 void PageRewriter::appendOwnEntries(Value page, ByteBuffer& out, PageTree::Inheritance& inherited) {
     constexpr std::size_t kBracket = 2;
     MappedText text(page.text(), references_, copier_.map());
     text.skipTo(kBracket);
     DictionaryReader entries(page);
     while (const auto entry = entries.next()) {
-        bool drop = entry->key.isName("Parent");
+        bool drop = entry->key.isName("Parent") || entry->value.text().empty() ||
+                    (entry->key.isName("Type") && !isThere(entry->value));
         if (const auto attribute = inheritableAttribute(entry->key)) {
             if (isThere(entry->value))
                 inherited[*attribute] = PageTree::kNone;

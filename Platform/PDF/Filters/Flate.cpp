@@ -47,9 +47,9 @@ namespace {
 
 constexpr std::size_t kHeaderSize = 2;
 constexpr std::size_t kChecksumSize = 4;
-// The first buffer has room for data that shrank to a quarter; cross-reference streams and object
-// streams seldom shrink further.
-constexpr std::size_t kUsualRatio = 4;
+// The first buffer has room for data that shrank to an eighth, which most data does not. A guess too
+// small costs a second attempt, one too large only address space.
+constexpr std::size_t kUsualRatio = 8;
 constexpr std::size_t kSmallestBuffer = 4096;
 constexpr std::size_t kPieceSize = std::size_t{64} * 1024;
 
