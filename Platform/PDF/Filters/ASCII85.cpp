@@ -9,8 +9,8 @@
 #include <string_view>
 #include <utility>
 
+#include "Platform/PDF/Characters.h"
 #include "Platform/PDF/Filters/Filter.h"
-#include "Platform/PDF/Filters/WhiteSpace.h"
 
 namespace quirebind {
 
@@ -23,7 +23,7 @@ constexpr char kLastDigit = 'u';
 constexpr std::uint64_t kBase = 85;
 
 std::string_view withoutLeadingWhiteSpace(std::string_view text) {
-    while (!text.empty() && isFilterWhiteSpace(text.front())) text.remove_prefix(1);
+    while (!text.empty() && isWhite(text.front())) text.remove_prefix(1);
     return text;
 }
 
@@ -56,7 +56,7 @@ class ASCII85Decoder {
     }
 
     DecodeStatus take(char c) {
-        if (isFilterWhiteSpace(c)) return DecodeStatus::complete;
+        if (isWhite(c)) return DecodeStatus::complete;
         // `z` is a whole group of zeros; it may not stand inside another group.
         if (c == 'z' && count_ == 0) return put(kGroupBytes);
         if (c < kFirstDigit || c > kLastDigit) return DecodeStatus::damaged;

@@ -5,8 +5,8 @@
 #include <optional>
 #include <string_view>
 
+#include "Platform/PDF/Characters.h"
 #include "Platform/PDF/Filters/Filter.h"
-#include "Platform/PDF/Filters/WhiteSpace.h"
 
 namespace quirebind {
 
@@ -33,7 +33,7 @@ Decoded decodeASCIIHex(std::string_view encoded, std::size_t limit) {
     };
 
     for (const char c : encoded) {
-        if (isFilterWhiteSpace(c)) continue;
+        if (isWhite(c)) continue;
         if (c == '>') break;
         const std::optional<unsigned> digit = hexDigit(c);
         if (!digit) {

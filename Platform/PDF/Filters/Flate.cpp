@@ -20,8 +20,8 @@
 
 #include <zlib.h>
 
+#include "Platform/PDF/Characters.h"
 #include "Platform/PDF/Filters/Filter.h"
-#include "Platform/PDF/Filters/WhiteSpace.h"
 
 // The zlib format (ISO 32000-2, 7.4.4; RFC 1950):
 //
@@ -47,8 +47,8 @@ namespace {
 
 constexpr std::size_t kHeaderSize = 2;
 constexpr std::size_t kChecksumSize = 4;
-// The first buffer has room for data that shrank to an eighth, which most data does not. A guess too
-// small costs a second attempt, one too large only address space.
+// The first buffer has room for data that shrank to an eighth, which most data does not. A guess
+// too small costs a second attempt, one too large only address space.
 constexpr std::size_t kUsualRatio = 8;
 constexpr std::size_t kSmallestBuffer = 4096;
 constexpr std::size_t kPieceSize = std::size_t{64} * 1024;
@@ -155,13 +155,12 @@ Inflated inflateAll(std::string_view deflated, std::size_t limit) {
             .rest = deflated.substr(deflated.size() - inflater.unread())};
 }
 
-// RFC 1950, 2.2: deflate with a window of at most 32 KiB, no preset dictionary, check bits.
+// RFC 1950, 2.2: the compression method and the check bits.
 bool hasHeader(std::string_view encoded) {
     if (encoded.size() < kHeaderSize) return false;
     const unsigned method = static_cast<unsigned char>(encoded[0]);
     const unsigned flags = static_cast<unsigned char>(encoded[1]);
-    return (method & 0x0FU) == 8 && (method >> 4U) <= 7 && (flags & 0x20U) == 0 &&
-           (method * 256 + flags) % 31 == 0;
+    return (method & 0x0FU) == 8 && (method * 256 + flags) % 31 == 0;
 }
 
 bool isChecksum(std::string_view text, std::string_view decoded) {
@@ -177,7 +176,7 @@ Decoded decodeGuess(std::string_view deflated, std::size_t limit) {
     Inflated inflated = inflateAll(deflated, limit);
     if (inflated.decoded.status == DecodeStatus::complete &&
         !isChecksum(inflated.rest, inflated.decoded.bytes) &&
-        !std::ranges::all_of(inflated.rest, isFilterWhiteSpace)) {
+        !std::ranges::all_of(inflated.rest, isWhite)) {
         inflated.decoded.status = DecodeStatus::damaged;
     }
     return std::move(inflated.decoded);

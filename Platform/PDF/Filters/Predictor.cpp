@@ -16,10 +16,9 @@
 // Predictor functions (ISO 32000-2, 7.4.4.4). A row has columns * colors samples, packed from the
 // high-order bit down, and is filled up to whole bytes.
 //
-//     TIFF (2)         row ...                each sample is a difference to the one of its left
-//     pixel PNG (10 to 15)   tag byte, row ...      the tag says how this row was predicted; the
-//     number 10
-//                                             to 15 itself says nothing about any row
+//     TIFF (2)           row ...              each sample is a difference to the one on its left
+//     PNG (10 to 15)     tag byte, row ...    the tag says how this row was predicted; the number,
+//                                             10 to 15, says nothing about any row
 //
 // Rows are undone in place: an undone row never lies behind the bytes it is made of.
 
