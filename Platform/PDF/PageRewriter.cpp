@@ -27,17 +27,58 @@ std::optional<std::size_t> inheritableAttribute(Value key) {
 
 void PageRewriter::write(std::size_t index, std::uint32_t output, std::uint32_t parent) {
     const PageTree::Page page = tree_.pages()[index];
-    PageTree::Inheritance inherited = tree_.nodes()[page.node].inherited;
-    shareLargeValues(inherited);
-
     const SourceObject object = copier_.reader().read(page.object, &references_);
     if (!object.value.isDictionary()) throw DamagedDocument("a page that is no dictionary");
+    const PageTree::Inheritance inherited = inheritedBy(page, object.value);
+    shareLargeValues(inherited);
+
     ByteBuffer& out = copier_.writer().beginObject(output, object.packed);
     out.append("<</Parent ");
     out.append(std::uint64_t{parent});
     out.append(" 0 R");
-    if (!isThere(object.value.find("Type"))) out.append("/Type/Page");
-    appendOwnEntries(object.value, out, inherited);
+    const bool typed = !copier_.reader().isAbsent(object.value.find("Type"));
+    if (!typed) out.append("/Type/Page");
+    appendOwnEntries(object.value, typed, inherited, out);
+    appendInherited(inherited, out);
+    out.append(">>");
+    copier_.writer().endObject();
+}
+
+PageTree::Inheritance PageRewriter::inheritedBy(const PageTree::Page& page, Value dictionary) {
+    PageTree::Inheritance inherited = tree_.nodes()[page.node].inherited;
+    DictionaryReader entries(dictionary);
+    while (const auto entry = entries.next()) {
+        const auto attribute = inheritableAttribute(entry->key);
+        if (!attribute || inherited[*attribute] == PageTree::kNone) continue;
+        if (!copier_.reader().isAbsent(entry->value)) inherited[*attribute] = PageTree::kNone;
+    }
+    if (!entries.wellFormed()) throw DamagedDocument("a page whose dictionary is broken");
+    return inherited;
+}
+
+/// Copies the page's own entries, but not those that others take the place of: /Parent, what is
+/// inherited in spite of an entry of that name, and /Type where it means null. Nor a key without a
+/// value.
+void PageRewriter::appendOwnEntries(Value page, bool typed, const PageTree::Inheritance& inherited,
+                                    ByteBuffer& out) {
+    constexpr std::size_t kBracket = 2;
+    MappedText text(page.text(), references_, copier_.map());
+    text.skipTo(kBracket);
+    DictionaryReader entries(page);
+    while (const auto entry = entries.next()) {
+        const auto attribute = inheritableAttribute(entry->key);
+        const bool isReplaced = entry->key.isName("Parent") ||
+                                (attribute && inherited[*attribute] != PageTree::kNone) ||
+                                (!typed && entry->key.isName("Type"));
+        if (!isReplaced && !entry->value.text().empty()) continue;
+        text.copyTo(text.beginOf(entry->key), Role::plain, out);
+        text.skipTo(entry->value.text().empty() ? text.endOf(entry->key)
+                                                : text.endOf(entry->value));
+    }
+    text.copyTo(page.text().size() - kBracket, Role::plain, out);
+}
+
+void PageRewriter::appendInherited(const PageTree::Inheritance& inherited, ByteBuffer& out) {
     for (std::size_t i = 0; i < inherited.size(); ++i) {
         if (inherited[i] == PageTree::kNone) continue;
         out.append("/");
@@ -50,39 +91,6 @@ void PageRewriter::write(std::size_t index, std::uint32_t output, std::uint32_t 
             copier_.appendValue(Value(tree_.values()[inherited[i]]), Role::plain, out);
         }
     }
-    out.append(">>");
-    copier_.writer().endObject();
-}
-
-/// Copies the page's own entries but /Parent and a key without a value, and strikes from
-/// `inherited` what the page has itself. An entry that means null is as good as absent (7.3.9), so
-/// it goes where another takes its place.
-void PageRewriter::appendOwnEntries(Value page, ByteBuffer& out, PageTree::Inheritance& inherited) {
-    constexpr std::size_t kBracket = 2;
-    MappedText text(page.text(), references_, copier_.map());
-    text.skipTo(kBracket);
-    DictionaryReader entries(page);
-    while (const auto entry = entries.next()) {
-        bool drop = entry->key.isName("Parent") || entry->value.text().empty() ||
-                    (entry->key.isName("Type") && !isThere(entry->value));
-        if (const auto attribute = inheritableAttribute(entry->key)) {
-            if (isThere(entry->value))
-                inherited[*attribute] = PageTree::kNone;
-            else
-                drop = true;
-        }
-        if (!drop) continue;
-        text.copyTo(text.beginOf(entry->key), Role::plain, out);
-        text.skipTo(entry->value.text().empty() ? text.endOf(entry->key)
-                                                : text.endOf(entry->value));
-    }
-    if (!entries.wellFormed()) throw DamagedDocument("a page whose dictionary is broken");
-    text.copyTo(page.text().size() - kBracket, Role::plain, out);
-}
-
-bool PageRewriter::isThere(Value value) {
-    if (const auto reference = value.reference()) return copier_.reader().exists(*reference);
-    return !value.isNull();
 }
 
 void PageRewriter::shareLargeValues(const PageTree::Inheritance& inherited) {

@@ -22,9 +22,12 @@ class PageRewriter {
     void write(std::size_t index, std::uint32_t output, std::uint32_t parent);
 
  private:
+    /// Which values the page takes from its ancestors.
+    [[nodiscard]] PageTree::Inheritance inheritedBy(const PageTree::Page& page, Value dictionary);
     void shareLargeValues(const PageTree::Inheritance& inherited);
-    [[nodiscard]] bool isThere(Value value);
-    void appendOwnEntries(Value page, ByteBuffer& out, PageTree::Inheritance& inherited);
+    void appendOwnEntries(Value page, bool typed, const PageTree::Inheritance& inherited,
+                          ByteBuffer& out);
+    void appendInherited(const PageTree::Inheritance& inherited, ByteBuffer& out);
 
     const PageTree& tree_;
     ObjectCopier& copier_;

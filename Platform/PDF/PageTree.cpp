@@ -3,7 +3,8 @@
 
 #include "Platform/PDF/PageTree.h"
 
-#include <unordered_set>
+#include <map>
+#include <set>
 #include <utility>
 
 #include "Platform/PDF/DamagedDocument.h"
@@ -14,7 +15,8 @@ namespace quirebind {
 /// One walk over a page tree, with a stack of its own in place of recursion.
 class PageTreeWalk {
  public:
-    explicit PageTreeWalk(ObjectReader& reader) : reader_(reader) {}
+    explicit PageTreeWalk(ObjectReader& reader)
+        : reader_(reader), room_(limits::kPages + reader.image().size() / limits::kBytesPerPage) {}
 
     PageTree run(Value root) {
         const auto reference = root.reference();
@@ -45,38 +47,58 @@ class PageTreeWalk {
         std::size_t next = 0;
     };
 
+    /// What the walk needs of a node or a page.
+    struct Entries {
+        Value type;
+        Value kids;
+        std::array<Value, kInheritableAttributes.size()> inheritable;
+    };
+
+    /// In one pass: some nodes are as long as the document.
+    static Entries readEntries(Value dictionary) {
+        Entries entries;
+        DictionaryReader reader(dictionary);
+        while (const auto entry = reader.next()) {
+            Value* place = nullptr;
+            if (entry->key.isName("Type")) place = &entries.type;
+            if (entry->key.isName("Kids")) place = &entries.kids;
+            for (std::size_t i = 0; i < kInheritableAttributes.size(); ++i)
+                if (entry->key.isName(kInheritableAttributes[i])) place = &entries.inheritable[i];
+            if (place != nullptr && place->text().empty()) *place = entry->value;
+        }
+        return entries;
+    }
+
     /// Adds the page, or opens the node, that `reference` names.
     void visit(Reference reference, const PageTree::Inheritance& inherited, std::uint32_t parent) {
         if (!reader_.exists(reference)) return;
         const Value dictionary = reader_.read(reference.number).value;
         if (dictionary.isNull()) return;
         if (!dictionary.isDictionary()) throw DamagedDocument("a page that is no dictionary");
+        const Entries entries = readEntries(dictionary);
         // Some files leave out /Type; /Kids tells a node from a page.
-        const Value kids = dictionary.find("Kids");
-        if (kids.isNull() && !dictionary.find("Type").isName("Pages")) {
+        if (entries.kids.isNull() && !entries.type.isName("Pages")) {
             if (open_.empty()) throw DamagedDocument("a page where the page tree should be");
-            if (tree_.pages_.size() == limits::kPages) throw DamagedDocument("too many pages");
+            if (tree_.pages_.size() == room_) throw DamagedDocument("too many pages");
             tree_.pages_.push_back({reference.number, parent});
             return;
         }
         if (open_.size() == limits::kPageTreeDepth) throw DamagedDocument("too deep a page tree");
         if (!onPath_.insert(reference.number).second)
             throw DamagedDocument("a page tree that leads back into itself");
-        openNode(reference.number, dictionary, kids, inherited);
+        if (tree_.nodes_.size() == room_) throw DamagedDocument("too many nodes");
+        openNode(reference.number, entries, inherited);
     }
 
-    void openNode(std::uint32_t object, Value dictionary, Value kids,
+    void openNode(std::uint32_t object, const Entries& entries,
                   const PageTree::Inheritance& inherited) {
         PageTree::Node node{object, inherited};
-        for (std::size_t i = 0; i < kInheritableAttributes.size(); ++i) {
-            const Value own = dictionary.find(kInheritableAttributes[i]);
-            if (own.isNull()) continue;
-            node.inherited[i] = static_cast<std::uint32_t>(tree_.values_.size());
-            tree_.values_.emplace_back(own.text());
-        }
+        const PageTree::Inheritance& own = ownValues(object, entries);
+        for (std::size_t i = 0; i < own.size(); ++i)
+            if (own[i] != PageTree::kNone) node.inherited[i] = own[i];
         OpenNode opened;
         opened.node = static_cast<std::uint32_t>(tree_.nodes_.size());
-        ArrayReader reader(reader_.resolve(kids));
+        ArrayReader reader(reader_.resolve(entries.kids));
         while (const auto kid = reader.next()) {
             if (kid->isNull()) continue;
             const auto reference = kid->reference();
@@ -87,10 +109,27 @@ class PageTreeWalk {
         open_.push_back(std::move(opened));
     }
 
+    /// The node's own inheritable values, kept once however often the node is listed.
+    const PageTree::Inheritance& ownValues(std::uint32_t object, const Entries& entries) {
+        const auto [place, isNew] = ownValues_.try_emplace(object);
+        PageTree::Inheritance& own = place->second;
+        if (!isNew) return own;
+        own.fill(PageTree::kNone);
+        for (std::size_t i = 0; i < own.size(); ++i) {
+            const Value value = entries.inheritable[i];
+            if (reader_.isAbsent(value)) continue;
+            own[i] = static_cast<std::uint32_t>(tree_.values_.size());
+            tree_.values_.emplace_back(value.text());
+        }
+        return own;
+    }
+
     ObjectReader& reader_;
+    std::uint64_t room_;  // for pages, and for nodes
     PageTree tree_;
     std::vector<OpenNode> open_;
-    std::unordered_set<std::uint32_t> onPath_;  // the nodes in open_
+    std::set<std::uint32_t> onPath_;  // the nodes in open_
+    std::map<std::uint32_t, PageTree::Inheritance> ownValues_;
 };
 
 PageTree PageTree::read(ObjectReader& reader, Value root) {

@@ -31,7 +31,7 @@ class PageTree {
         std::uint32_t node = 0;  ///< An index into the nodes.
     };
     struct Node {
-        std::uint32_t object = 0;  ///< 0 where the node is no object of its own.
+        std::uint32_t object = 0;
         Inheritance inherited{};
     };
 
@@ -41,10 +41,10 @@ class PageTree {
     [[nodiscard]] const std::vector<std::string>& values() const { return values_; }
 
     /// Walks the whole tree below `root`, the value under /Pages of the catalog
-    /// (ISO 32000-2, 7.7.3). /Count is not asked: files lie about it, and walking costs no more
-    /// than believing. A kid that is null is no page; one that is listed twice is two pages. Throws
-    /// DamagedDocument where a kid is something else than a dictionary of its own, or the tree
-    /// leads back into itself.
+    /// (ISO 32000-2, 7.7.3). /Count is not asked: files lie about it. A kid that is null is no
+    /// page; one that is listed twice counts twice. Throws DamagedDocument where a kid is something
+    /// else than a dictionary of its own, where the tree leads back into itself, and where listing
+    /// the same nodes again and again makes more pages than a file of that size can hold.
     [[nodiscard]] static PageTree read(ObjectReader& reader, Value root);
 
  private:
