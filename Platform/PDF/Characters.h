@@ -15,10 +15,10 @@ enum class CharacterClass : std::uint8_t { regular, white, delimiter };
 namespace detail {
 constexpr std::array<CharacterClass, 256> makeCharacterClasses() {
     std::array<CharacterClass, 256> classes{};
-    for (const unsigned char c : std::string_view("\0\t\n\f\r ", 6))
-        classes[c] = CharacterClass::white;
-    for (const unsigned char c : std::string_view("()<>[]{}/%"))
-        classes[c] = CharacterClass::delimiter;
+    for (const char c : std::string_view("\0\t\n\f\r ", 6))
+        classes[static_cast<unsigned char>(c)] = CharacterClass::white;
+    for (const char c : std::string_view("()<>[]{}/%"))
+        classes[static_cast<unsigned char>(c)] = CharacterClass::delimiter;
     return classes;
 }
 inline constexpr auto kCharacterClasses = makeCharacterClasses();

@@ -32,11 +32,10 @@ std::string readDictionary(SourceImage& image, std::uint64_t offset, WorkBudget&
     for (;;) {
         const std::string_view text = image.view(offset, length);
         const bool isWhole = offset + text.size() >= image.size();
-        const std::size_t begin = skipWhite(text, 0);
-        const std::size_t end = scanValue(text, begin);
-        budget.spend(end == std::string_view::npos ? text.size() : end);
-        if (end != std::string_view::npos && text.substr(begin).starts_with("<<"))
-            return std::string(text.substr(begin, end - begin));
+        const Extent extent = scanValue(text, 0);
+        budget.spend(extent.looked);
+        if (extent.isValue() && extent.in(text).starts_with("<<"))
+            return std::string(extent.in(text));
         if (isWhole) throw DamagedDocument("no trailer dictionary");
         length = 2 * text.size();
     }
@@ -102,37 +101,50 @@ class TableCursor {
 
     /// Moves behind the next token; false where it is no unsigned number.
     bool number(std::uint64_t& value) {
-        fetch();
-        at_ = skipWhite(text_, at_);
+        toToken();
         return readUnsigned(text_, at_, value);
-    }
-
-    /// The same, where some writers leave remarks behind the entry before.
-    bool entryNumber(std::uint64_t& value) {
-        if (number(value)) return true;
-        while (at_ < text_.size() && text_[at_] != '\n' && text_[at_] != '\r') ++at_;
-        return number(value);
     }
 
     /// Moves behind the next token if it begins with `word`.
     bool keyword(std::string_view word) {
-        fetch();
-        at_ = skipWhite(text_, at_);
+        toToken();
         if (!text_.substr(at_).starts_with(word)) return false;
         at_ += word.size();
         return true;
     }
 
+    /// Passes over what some writers remark behind an entry, up to the end of its line.
+    void skipRemark() {
+        while (at_ < text_.size() && (text_[at_] == ' ' || text_[at_] == '\t')) ++at_;
+        fetch();
+        if (at_ < text_.size() && (isDigit(text_[at_]) || text_.substr(at_).starts_with("trailer")))
+            return;
+        while (at_ < text_.size() && text_[at_] != '\n' && text_[at_] != '\r') {
+            ++at_;
+            fetch();
+        }
+    }
+
     [[nodiscard]] std::uint64_t offset() const { return offset_ + at_; }
 
  private:
-    /// Makes sure that the next token is in view.
+    /// Moves to the next token, with all of it in view.
+    void toToken() {
+        do {
+            fetch();
+            at_ = skipWhite(text_, at_);
+        } while (needsMore());
+    }
+
+    [[nodiscard]] bool needsMore() const {
+        constexpr std::size_t kLongestToken = 128;
+        if (text_.empty()) return offset_ < image_.size();
+        return at_ + kLongestToken > text_.size() && offset_ + text_.size() < image_.size();
+    }
+
     void fetch() {
         constexpr std::size_t kWindow = std::size_t{64} << 10U;
-        constexpr std::size_t kLongestToken = 128;
-        const bool enough = at_ + kLongestToken <= text_.size();
-        const bool atEnd = !text_.empty() && offset_ + text_.size() >= image_.size();
-        if (enough || atEnd) return;
+        if (!needsMore()) return;
         budget_.spend(at_);
         offset_ += at_;
         at_ = 0;
@@ -206,10 +218,11 @@ void CrossReferenceReader::readSubsection(TableCursor& cursor, std::vector<std::
     for (std::uint64_t i = 0; i < count; ++i) {
         std::uint64_t offset = 0;
         std::uint64_t generation = 0;
-        if (!cursor.entryNumber(offset) || !cursor.number(generation))
+        if (!cursor.number(offset) || !cursor.number(generation))
             throw DamagedDocument("a broken cross-reference entry");
         const bool inUse = cursor.keyword("n");
         if (!inUse && !cursor.keyword("f")) throw DamagedDocument("a broken cross-reference entry");
+        cursor.skipRemark();
         // Object 0 heads the list of free objects; some writers number it 1, and the others with
         // it.
         if (i == 0 && first == 1 && !inUse && offset == 0 && generation == 65535) first = 0;
@@ -233,12 +246,9 @@ std::string CrossReferenceReader::readStream(std::uint64_t offset) {
     const auto length = static_cast<std::size_t>(
         streamBodyLength(image_, begin, trailer.find("Length").integer(), budget_));
     const std::string_view body = image_.view(begin, length).substr(0, length);
-    const auto limit =
-        static_cast<std::size_t>(std::min<std::uint64_t>(limits::kDecodedStream, budget_.left()));
-    const Decoded rows = decodeStream(trailer, body, limit, directOnly);
+    const Decoded rows = decodeStream(trailer, body, directOnly, budget_);
     if (rows.status != DecodeStatus::complete)
         throw DamagedDocument("a cross-reference stream cannot be decoded");
-    budget_.spend(rows.bytes.size());
     addRows(rows.bytes, trailer);
     return dictionary;
 }

@@ -3,29 +3,16 @@
 
 #include "Platform/PDF/IndirectObject.h"
 
+#include <algorithm>
+
 #include "Platform/PDF/Characters.h"
 
 namespace quirebind {
 namespace {
 
-/// As much text as must follow a value before we believe that it is over although no keyword says
-/// so: enough for the longest "0000000000 65535 R".
-constexpr std::size_t kBelief = 64;
-
-/// Reads "N G obj" and moves `at` behind it.
-std::optional<Reference> readHeader(std::string_view text, std::size_t& at) {
-    std::uint64_t number = 0;
-    std::uint64_t generation = 0;
-    at = skipWhite(text, at);
-    if (!readUnsigned(text, at, number)) return std::nullopt;
-    at = skipWhite(text, at);
-    if (!readUnsigned(text, at, generation)) return std::nullopt;
-    at = skipWhite(text, at);
-    if (!text.substr(at).starts_with("obj")) return std::nullopt;
-    at += 3;
-    if (number > limits::kObjectNumber || generation > 65535) return std::nullopt;
-    return Reference{static_cast<std::uint32_t>(number), static_cast<std::uint32_t>(generation)};
-}
+/// As much text as must follow the white space behind a value before we believe that the object is
+/// over although no keyword says so: a longer text would show one.
+constexpr std::size_t kLongestKeyword = 16;
 
 /// Behind the end of line that follows the keyword stream: CR LF or LF. Real files also have blanks
 /// before it, or a lone CR.
@@ -43,28 +30,34 @@ std::optional<std::size_t> bodyBegin(std::string_view text, std::size_t at, bool
 
 }  // namespace
 
+std::optional<Reference> parseObjectHeader(std::string_view text, std::size_t& at) {
+    std::uint64_t number = 0;
+    std::uint64_t generation = 0;
+    at = skipWhite(text, at);
+    if (!readUnsigned(text, at, number)) return std::nullopt;
+    at = skipWhite(text, at);
+    if (!readUnsigned(text, at, generation)) return std::nullopt;
+    at = skipWhite(text, at);
+    if (!text.substr(at).starts_with("obj")) return std::nullopt;
+    at += 3;
+    if (number > limits::kObjectNumber || generation > 65535) return std::nullopt;
+    return Reference{static_cast<std::uint32_t>(number), static_cast<std::uint32_t>(generation)};
+}
+
 std::optional<IndirectObject> parseIndirectObject(std::string_view text, bool isWhole,
                                                   std::vector<FoundReference>* references) {
     IndirectObject object;
     std::size_t at = 0;
-    const auto id = readHeader(text, at);
+    const auto id = parseObjectHeader(text, at);
     if (!id) return std::nullopt;
     object.id = *id;
 
-    const std::size_t begin = skipWhite(text, at);
-    const std::size_t end = scanValue(text, begin, references);
-    if (end == std::string_view::npos) return std::nullopt;
-    object.value = Value(text.substr(begin, end - begin));
-    object.valueBegin = begin;
-    object.end = end;
-    if (references != nullptr) {
-        for (FoundReference& found : *references) {
-            found.begin -= begin;
-            found.end -= begin;
-        }
-    }
-
-    const std::size_t keyword = skipWhite(text, end);
+    const Extent extent = scanValue(text, at, references);
+    if (!extent.isValue()) return std::nullopt;
+    object.value = Value(extent.in(text));
+    object.end = extent.end;
+    const std::size_t keyword = skipWhite(text, extent.end);
+    object.looked = std::max(extent.looked, keyword);
     const std::string_view rest = text.substr(keyword);
     if (rest.starts_with("endobj")) return object;
     if (rest.starts_with("stream") && object.value.isDictionary()) {
@@ -75,7 +68,7 @@ std::optional<IndirectObject> parseIndirectObject(std::string_view text, bool is
         return object;
     }
     // A missing endobj: the value is complete all the same.
-    if (isWhole || text.size() - end > kBelief) return object;
+    if (isWhole || rest.size() >= kLongestKeyword) return object;
     return std::nullopt;
 }
 

@@ -19,10 +19,10 @@ namespace quirebind {
 ///     12 0 obj  dictionary  stream EOL  body  EOL endstream  endobj
 struct IndirectObject {
     Reference id;
-    Value value;                 ///< For a stream, its dictionary.
-    std::size_t valueBegin = 0;  ///< Where the value begins in the text.
+    Value value;  ///< For a stream, its dictionary.
     bool isStream = false;
-    std::size_t end = 0;  ///< Behind the value; for a stream, where its body begins.
+    std::size_t end = 0;     ///< Behind the value; for a stream, where its body begins.
+    std::size_t looked = 0;  ///< How far the text was read.
 };
 
 /// Parses the indirect object that begins at the start of `text` (white space before it is
@@ -31,5 +31,8 @@ struct IndirectObject {
 /// References are found as by scanValue, their positions counting from the value's own beginning.
 [[nodiscard]] std::optional<IndirectObject> parseIndirectObject(
     std::string_view text, bool isWhole, std::vector<FoundReference>* references = nullptr);
+
+/// Reads the "N G obj" that an indirect object begins with, and moves `at` behind it.
+[[nodiscard]] std::optional<Reference> parseObjectHeader(std::string_view text, std::size_t& at);
 
 }  // namespace quirebind

@@ -9,8 +9,9 @@
 namespace quirebind::limits {
 
 // What a file may ask of us. Each number is far beyond what real documents need and small enough
-// that a hostile one cannot exhaust the machine; nothing is ever allocated because a file declares
-// it, only as its bytes are read.
+// that a hostile one cannot exhaust the machine. Memory is taken as bytes are read, not because a
+// number in the file asks for it; the one exception is the flat object table, which a single high
+// object number extends within the limit given here.
 
 /// How deep arrays and dictionaries may nest in one object. Real files stay below 100.
 inline constexpr std::size_t kNesting = 1024;
@@ -22,8 +23,10 @@ inline constexpr int kReferenceChain = 32;
 /// chain as deep as the document has chapters.
 inline constexpr std::size_t kPageTreeDepth = 4096;
 
-/// Pages of one document.
-inline constexpr std::size_t kPages = std::size_t{1} << 24U;
+/// Pages of one document: so many in any, and one more for every few bytes of the file. A page tree
+/// may list a node twice, so that without this a few hundred bytes are a billion pages.
+inline constexpr std::uint64_t kPages = 65536;
+inline constexpr std::uint64_t kBytesPerPage = 4;
 
 /// Cross-reference sections (one for each incremental update, two when linearized).
 inline constexpr std::size_t kCrossReferenceSections = 65536;
@@ -39,17 +42,20 @@ inline constexpr std::size_t kFlatObjectNumbers = std::size_t{1} << 20U;
 inline constexpr std::size_t kWildObjectNumbers = std::size_t{1} << 20U;
 
 /// Decoded bytes of one cross-reference stream or object stream.
-inline constexpr std::size_t kDecodedStream = std::size_t{256} << 20U;
+inline constexpr std::size_t kDecodedStream = std::size_t{64} << 20U;
 
 /// Decoded bytes of all those streams of a document, counting a stream again each time it has to be
 /// decoded again: a fixed part and a multiple of the file's size.
-inline constexpr std::uint64_t kDecodedTotal = std::uint64_t{1} << 30U;
-inline constexpr std::uint64_t kDecodedPerByte = 256;
+inline constexpr std::uint64_t kDecodedTotal = std::uint64_t{256} << 20U;
+inline constexpr std::uint64_t kDecodedPerByte = 32;
 
 /// Bytes of syntax read in one document, again counted each time: reading the same bytes through
 /// many references is how a small file makes a reader work for ever.
-inline constexpr std::uint64_t kSyntaxTotal = std::uint64_t{512} << 20U;
-inline constexpr std::uint64_t kSyntaxPerByte = 64;
+inline constexpr std::uint64_t kSyntaxTotal = std::uint64_t{256} << 20U;
+inline constexpr std::uint64_t kSyntaxPerByte = 16;
+
+/// Objects in one object stream. Writers put a few hundred there.
+inline constexpr std::size_t kObjectStreamMembers = std::size_t{1} << 20U;
 
 /// Filters on one stream.
 inline constexpr std::size_t kFilters = 16;

@@ -12,8 +12,11 @@ namespace {
 /// A node of a page tree that the walk did not meet: some page outside the tree (a template, one of
 /// an older revision) refers to it, and it would bring all its other pages along.
 bool isPageTreeNode(Value value) {
-    return value.isDictionary() && value.text().find("/Kids") != std::string_view::npos &&
-           value.find("Type").isName("Pages");
+    // The text tells at once of nearly every object that it is none.
+    const std::string_view text = value.text();
+    if (text.find("/Kids") == std::string_view::npos && text.find('#') == std::string_view::npos)
+        return false;
+    return value.find("Type").isName("Pages") && !value.find("Kids").isNull();
 }
 
 }  // namespace
@@ -46,6 +49,7 @@ void ObjectCopier::copyPlain(const SourceObject& object, std::uint32_t output) {
 /// reference.
 void ObjectCopier::copyStream(const SourceObject& object, std::uint32_t output) {
     const std::uint64_t length = reader_.bodyLength(object);
+    bodies_.spend(length);
     const std::string_view dictionary = object.value.text();
     ByteBuffer& out = writer_.beginStream(output);
     MappedText text(dictionary, references_, map_);

@@ -20,7 +20,7 @@ namespace quirebind {
 class ObjectCopier {
  public:
     ObjectCopier(ObjectReader& reader, DocumentWriter& writer)
-        : reader_(reader), writer_(writer), map_(reader, writer) {}
+        : reader_(reader), writer_(writer), map_(reader, writer), bodies_(reader.image().size()) {}
 
     [[nodiscard]] ObjectReader& reader() { return reader_; }
     [[nodiscard]] DocumentWriter& writer() { return writer_; }
@@ -39,6 +39,7 @@ class ObjectCopier {
     ObjectReader& reader_;
     DocumentWriter& writer_;
     ReferenceMap map_;
+    WorkBudget bodies_;                       // they do not overlap, so together they fit the file
     std::vector<FoundReference> references_;  // of the object being copied
 };
 

@@ -27,7 +27,7 @@ IndirectObject readIndirectObject(SourceImage& image, std::uint64_t offset, Work
         const bool isWhole = offset + text.size() >= image.size();
         if (references != nullptr) references->clear();
         if (auto object = parseIndirectObject(text, isWhole, references)) {
-            budget.spend(object->end);
+            budget.spend(object->looked);
             return *object;
         }
         budget.spend(text.size());
@@ -48,7 +48,7 @@ bool ObjectReader::exists(Reference reference) {
         case ObjectLocation::Kind::inFile:
             // Some writers list every object with generation 0; what the object itself says counts.
             return location.detail == reference.generation ||
-                   readIndirectObject(image_, location.position, syntax_).id == reference;
+                   readId(location.position) == reference;
         case ObjectLocation::Kind::inStream:
             return reference.generation == 0;
         case ObjectLocation::Kind::unlisted:
@@ -56,6 +56,19 @@ bool ObjectReader::exists(Reference reference) {
             break;
     }
     return false;
+}
+
+/// What the object at `offset` says it is.
+std::optional<Reference> ObjectReader::readId(std::uint64_t offset) {
+    constexpr std::size_t kLongestHeader = 64;
+    const std::string_view text = image_.view(offset, kLongestHeader).substr(0, kLongestHeader);
+    syntax_.spend(text.size());
+    std::size_t at = 0;
+    return parseObjectHeader(text, at);
+}
+
+bool ObjectReader::isAbsent(Value value) {
+    return resolve(value).isNull();
 }
 
 SourceObject ObjectReader::read(std::uint32_t number, std::vector<FoundReference>* references) {
@@ -89,10 +102,9 @@ SourceObject ObjectReader::readFromFile(std::uint32_t number, std::uint64_t offs
 
 SourceObject ObjectReader::readFromStream(std::uint32_t number, const ObjectLocation& location,
                                           std::vector<FoundReference>* references) {
-    const ObjectStream& stream = objectStream(static_cast<std::uint32_t>(location.position));
-    const auto value = stream.find(number, location.detail, references);
+    ObjectStream& stream = objectStream(static_cast<std::uint32_t>(location.position));
+    const auto value = stream.find(number, location.detail, syntax_, references);
     if (!value) throw DamagedDocument("an object is missing from its object stream");
-    syntax_.spend(value->text().size() + 1);
     SourceObject object;
     object.number = number;
     object.value = *value;
@@ -100,7 +112,7 @@ SourceObject ObjectReader::readFromStream(std::uint32_t number, const ObjectLoca
     return object;
 }
 
-const ObjectStream& ObjectReader::objectStream(std::uint32_t number) {
+ObjectStream& ObjectReader::objectStream(std::uint32_t number) {
     if (const auto cached = streams_.find(number); cached != streams_.end()) {
         recent_.splice(recent_.begin(), recent_, cached->second);
         return *cached->second->stream;
@@ -124,12 +136,9 @@ std::unique_ptr<ObjectStream> ObjectReader::decodeObjectStream(std::uint32_t num
     const auto length = static_cast<std::size_t>(streamBodyLength(
         image_, object.bodyOffset, inFile(object.value.find("Length")).integer(), syntax_));
     const std::string_view body = image_.view(object.bodyOffset, length).substr(0, length);
-    const auto limit =
-        static_cast<std::size_t>(std::min<std::uint64_t>(limits::kDecodedStream, decoding_.left()));
-    Decoded decoded = decodeStream(object.value, body, limit, inFile);
+    Decoded decoded = decodeStream(object.value, body, inFile, decoding_);
     if (decoded.status != DecodeStatus::complete)
         throw DamagedDocument("an object stream cannot be decoded");
-    decoding_.spend(decoded.bytes.size());
 
     const auto first = inFile(object.value.find("First")).integer();
     const auto count = inFile(object.value.find("N")).integer();

@@ -5,8 +5,9 @@
 
 #include <cstdint>
 #include <list>
+#include <map>
 #include <memory>
-#include <unordered_map>
+#include <optional>
 #include <vector>
 
 #include "Platform/PDF/IndirectObject.h"
@@ -49,6 +50,10 @@ class ObjectReader {
     /// `value` itself where it is no reference.
     [[nodiscard]] Value resolve(Value value);
 
+    /// Whether `value` means null: it is, or leads to, null or an object that is not there
+    /// (ISO 32000-2, 7.3.9). An entry with such a value is as good as absent.
+    [[nodiscard]] bool isAbsent(Value value);
+
     /// The length in bytes of a stream's body.
     [[nodiscard]] std::uint64_t bodyLength(const SourceObject& stream);
 
@@ -57,11 +62,12 @@ class ObjectReader {
     void trim();
 
  private:
+    [[nodiscard]] std::optional<Reference> readId(std::uint64_t offset);
     [[nodiscard]] SourceObject readFromFile(std::uint32_t number, std::uint64_t offset,
                                             std::vector<FoundReference>* references);
     [[nodiscard]] SourceObject readFromStream(std::uint32_t number, const ObjectLocation& location,
                                               std::vector<FoundReference>* references);
-    [[nodiscard]] const ObjectStream& objectStream(std::uint32_t number);
+    [[nodiscard]] ObjectStream& objectStream(std::uint32_t number);
     [[nodiscard]] std::unique_ptr<ObjectStream> decodeObjectStream(std::uint32_t number);
     [[nodiscard]] Value resolveInFile(Value value);
 
@@ -75,7 +81,7 @@ class ObjectReader {
     WorkBudget syntax_;
     WorkBudget decoding_;
     std::list<CachedStream> recent_;  // the most recently used first
-    std::unordered_map<std::uint32_t, std::list<CachedStream>::iterator> streams_;
+    std::map<std::uint32_t, std::list<CachedStream>::iterator> streams_;
     std::size_t streamsCost_ = 0;
 };
 

@@ -4,7 +4,7 @@
 #include "Platform/PDF/ObjectStream.h"
 
 #include <algorithm>
-#include <limits>
+#include <numeric>
 #include <utility>
 
 #include "Platform/PDF/Characters.h"
@@ -17,7 +17,7 @@ ObjectStream::ObjectStream(std::string decoded, std::size_t first, std::size_t c
     const std::string_view text(text_);
     const std::string_view pairs = text.substr(0, first);
     std::size_t at = 0;
-    while (members_.size() < count) {
+    while (members_.size() < std::min(count, limits::kObjectStreamMembers)) {
         std::uint64_t number = 0;
         std::uint64_t offset = 0;
         at = skipWhite(pairs, at);
@@ -30,26 +30,29 @@ ObjectStream::ObjectStream(std::string decoded, std::size_t first, std::size_t c
     }
 }
 
+const ObjectStream::Member* ObjectStream::member(std::uint32_t number, std::uint32_t index) {
+    if (index < members_.size() && members_[index].number == number) return &members_[index];
+    const auto numberOf = [this](std::uint32_t i) { return members_[i].number; };
+    if (byNumber_.empty()) {
+        byNumber_.resize(members_.size());
+        std::iota(byNumber_.begin(), byNumber_.end(), 0U);
+        std::ranges::stable_sort(byNumber_, {}, numberOf);
+    }
+    const auto found = std::ranges::lower_bound(byNumber_, number, {}, numberOf);
+    if (found == byNumber_.end() || numberOf(*found) != number) return nullptr;
+    return &members_[*found];
+}
+
 std::optional<Value> ObjectStream::find(std::uint32_t number, std::uint32_t index,
-                                        std::vector<FoundReference>* references) const {
-    auto member = members_.end();
-    if (index < members_.size() && members_[index].number == number) {
-        member = members_.begin() + index;
-    } else {
-        member = std::ranges::find(members_, number, &Member::number);
-    }
-    if (member == members_.end() || member->offset > text_.size()) return std::nullopt;
+                                        WorkBudget& budget,
+                                        std::vector<FoundReference>* references) {
+    const Member* const found = member(number, index);
+    if (found == nullptr || found->offset > text_.size()) return std::nullopt;
     const std::string_view text(text_);
-    const std::size_t begin = skipWhite(text, member->offset);
-    const std::size_t end = scanValue(text, begin, references);
-    if (end == std::string_view::npos) return std::nullopt;
-    if (references != nullptr) {
-        for (FoundReference& found : *references) {
-            found.begin -= begin;
-            found.end -= begin;
-        }
-    }
-    return Value(text.substr(begin, end - begin));
+    const Extent extent = scanValue(text, found->offset, references);
+    budget.spend(extent.looked - found->offset + 1);
+    if (!extent.isValue()) return std::nullopt;
+    return Value(extent.in(text));
 }
 
 std::size_t ObjectStream::cost() const {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "Platform/PDF/Value.h"
+#include "Platform/PDF/WorkBudget.h"
 
 namespace quirebind {
 
@@ -26,8 +27,10 @@ class ObjectStream {
 
     /// The value of object `number`, which the cross-reference stream says to be at `index`; real
     /// files have wrong indexes, so the pairs decide. Nothing where it is not here or is damaged.
+    /// What is read is spent from `budget`.
     [[nodiscard]] std::optional<Value> find(std::uint32_t number, std::uint32_t index,
-                                            std::vector<FoundReference>* references) const;
+                                            WorkBudget& budget,
+                                            std::vector<FoundReference>* references);
 
     /// Bytes of memory that this takes.
     [[nodiscard]] std::size_t cost() const;
@@ -37,8 +40,11 @@ class ObjectStream {
         std::uint32_t number = 0;
         std::size_t offset = 0;
     };
+    [[nodiscard]] const Member* member(std::uint32_t number, std::uint32_t index);
+
     std::string text_;
     std::vector<Member> members_;
+    std::vector<std::uint32_t> byNumber_;  // indexes into members_, once an index was wrong
 };
 
 }  // namespace quirebind

@@ -69,6 +69,9 @@ bool PDFDocument::insertPage(const PDFPage& page, std::size_t index) {
     } catch (const DamagedDocument&) {
         state_->output.reset();
         return false;
+    } catch (...) {  // memory: what was written is of no use either
+        state_->output.reset();
+        throw;
     }
 }
 

@@ -4,7 +4,6 @@
 #include "Platform/PDF/SourceImage.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
 #include <limits>
 #include <string>
@@ -12,6 +11,7 @@
 #include <fcntl.h>
 #include <sys/mman.h>
 
+#include "Platform/Files/SystemCall.h"
 #include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/Limits.h"
 
@@ -44,15 +44,14 @@ std::optional<SourceImage> SourceImage::open(const URL& url, FileSystem& files) 
     const std::string path(url.path());
     if (path.find('\0') != std::string::npos) return std::nullopt;
     // O_NONBLOCK: opening a FIFO that nobody writes to would wait for ever.
-    int descriptor = 0;
-    do {
-        descriptor =
-            files.open(AT_FDCWD, path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, 0);
-    } while (descriptor == -EINTR);
+    const int descriptor = uninterrupted([&] {
+        return files.open(AT_FDCWD, path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, 0);
+    });
     if (descriptor < 0) return std::nullopt;
     FileDescriptor file(files, descriptor);
     struct stat status{};
-    if (files.status(file.number(), status) < 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+    const int result = uninterrupted([&] { return files.status(file.number(), status); });
+    if (result < 0 || !S_ISREG(status.st_mode)) return std::nullopt;
     return SourceImage(files, std::move(file), status);
 }
 
@@ -121,8 +120,8 @@ void SourceImage::copy(std::uint64_t offset, std::span<char> into) {
 
 void SourceImage::readFully(std::uint64_t fileOffset, std::span<char> into) {
     while (!into.empty()) {
-        const ssize_t got = files_->read(file_.number(), std::as_writable_bytes(into), fileOffset);
-        if (got == -EINTR) continue;
+        const ssize_t got = uninterrupted(
+            [&] { return files_->read(file_.number(), std::as_writable_bytes(into), fileOffset); });
         if (got <= 0) throw DamagedDocument(got == 0 ? "the file became shorter" : "read error");
         into = into.subspan(static_cast<std::size_t>(got));
         fileOffset += static_cast<std::uint64_t>(got);
@@ -145,8 +144,8 @@ void SourceImage::trim() {
 
 bool SourceImage::unchanged() const {
     struct stat now{};
-    return files_->status(file_.number(), now) >= 0 && now.st_size == opened_.st_size &&
-           sameTime(now, opened_);
+    const int result = uninterrupted([&] { return files_->status(file_.number(), now); });
+    return result >= 0 && now.st_size == opened_.st_size && sameTime(now, opened_);
 }
 
 }  // namespace quirebind

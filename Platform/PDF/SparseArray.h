@@ -5,14 +5,14 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <unordered_map>
+#include <map>
 #include <vector>
 
 namespace quirebind {
 
 /// An array over object numbers that costs no more than what is stored in it: numbers below a limit
-/// live in a flat vector, wild ones above (one file of 100 kB uses numbers up to 2^31) in a hash
-/// map. Elements that were never written read as T().
+/// live in a flat vector, wild ones above in a tree (which, unlike a hash table, no file can slow
+/// down by its choice of numbers). Elements that were never written read as T().
 template <typename T>
 class SparseArray {
  public:
@@ -60,7 +60,7 @@ class SparseArray {
 
     std::size_t flatLimit_;
     std::vector<T> flat_;
-    std::unordered_map<std::uint32_t, T> wild_;
+    std::map<std::uint32_t, T> wild_;
 };
 
 }  // namespace quirebind

@@ -3,6 +3,7 @@
 
 #include "Platform/PDF/StreamDecoder.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
 #include <utility>
@@ -90,25 +91,32 @@ Decoded decodeOnce(Filter filter, Value parameters, std::string_view encoded, st
 
 }  // namespace
 
-Decoded decodeStream(Value dictionary, std::string_view body, std::size_t limit,
-                     const Resolve& resolve) {
+Decoded decodeStream(Value dictionary, std::string_view body, const Resolve& resolve,
+                     WorkBudget& budget) {
     const auto filters = elements(resolve(dictionary.find("Filter")), resolve);
     const auto parameters = elements(resolve(dictionary.find("DecodeParms")), resolve);
     if (filters.size() > limits::kFilters) return {{}, DecodeStatus::damaged};
 
-    if (filters.empty()) {
-        if (body.size() > limit) return {{}, DecodeStatus::tooLarge};
-        return {std::string(body), DecodeStatus::complete};
-    }
     Decoded result;
+    if (filters.empty()) {
+        if (body.size() > limits::kDecodedStream) return {{}, DecodeStatus::tooLarge};
+        budget.spend(body.size());
+        result.bytes = body;
+        return result;
+    }
     bool damaged = false;
     for (std::size_t i = 0; i < filters.size(); ++i) {
         const Filter filter = filterNamed(filters[i]);
         const Value own = i < parameters.size() ? parameters[i] : Value();
         const std::string encoded = std::move(result.bytes);
+        const auto limit = static_cast<std::size_t>(
+            std::min<std::uint64_t>(limits::kDecodedStream, budget.left()));
         result = decodeOnce(filter, own, i == 0 ? body : std::string_view(encoded), limit, resolve);
+        // A stage that went too far did the work up to there.
+        const bool tooLarge = result.status == DecodeStatus::tooLarge;
+        budget.spend(tooLarge ? limit : result.bytes.size());
+        if (tooLarge) return result;
         damaged = damaged || result.status == DecodeStatus::damaged;
-        if (result.status == DecodeStatus::tooLarge) return result;
         if (filter == Filter::flate || filter == Filter::lzw) {
             result = undoPredictor(std::move(result.bytes), predictorParameters(own, resolve));
             damaged = damaged || result.status == DecodeStatus::damaged;

@@ -8,6 +8,7 @@
 
 #include "Platform/PDF/Filters/Filter.h"
 #include "Platform/PDF/Value.h"
+#include "Platform/PDF/WorkBudget.h"
 
 namespace quirebind {
 
@@ -16,8 +17,9 @@ using Resolve = std::function<Value(Value)>;
 
 /// Decodes the body of a stream through the chain of filters that its dictionary names, with their
 /// predictors (ISO 32000-2, 7.3.8.2 and 7.4). Damaged where a filter is not one of those that may
-/// stand on a cross-reference stream or an object stream. No stage gives more than `limit` bytes.
-[[nodiscard]] Decoded decodeStream(Value dictionary, std::string_view body, std::size_t limit,
-                                   const Resolve& resolve);
+/// stand on a cross-reference stream or an object stream. What each stage gives is limited, and
+/// spent from `budget`.
+[[nodiscard]] Decoded decodeStream(Value dictionary, std::string_view body, const Resolve& resolve,
+                                   WorkBudget& budget);
 
 }  // namespace quirebind

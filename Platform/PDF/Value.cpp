@@ -20,14 +20,13 @@ std::string_view inside(std::string_view text, std::size_t width) {
 std::optional<Value> nextValue(std::string_view text, std::size_t& at) {
     at = skipWhite(text, at);
     if (at >= text.size()) return std::nullopt;
-    const std::size_t end = scanValue(text, at);
-    if (end == std::string_view::npos || end == at) {
+    const Extent extent = scanValue(text, at);
+    if (!extent.isValue() || extent.end == at) {
         at = text.size();
         return std::nullopt;
     }
-    const Value value(text.substr(at, end - at));
-    at = end;
-    return value;
+    at = extent.end;
+    return Value(extent.in(text));
 }
 
 }  // namespace
@@ -55,8 +54,9 @@ std::optional<bool> Value::boolean() const {
 
 std::optional<Reference> Value::reference() const {
     std::size_t at = 0;
+    std::size_t looked = 0;
     Reference result;
-    if (!readReference(text_, at, result) || at != text_.size()) return std::nullopt;
+    if (!readReference(text_, at, result, looked) || at != text_.size()) return std::nullopt;
     return result;
 }
 

@@ -3,6 +3,7 @@
 
 #include "Platform/PDF/ValueScanner.h"
 
+#include <algorithm>
 #include <array>
 
 #include "Platform/PDF/Characters.h"
@@ -58,27 +59,29 @@ std::size_t skipHexString(std::string_view text, std::size_t at) {
     return close == std::string_view::npos ? close : close + 1;
 }
 
-std::size_t skipBlanks(std::string_view text, std::size_t at) {
-    while (at < text.size() && isWhite(text[at])) ++at;
-    return at;
-}
-
 /// The state of one scan.
 class Scan {
  public:
     Scan(std::string_view text, std::size_t at, std::vector<FoundReference>* references)
         : text_(text), at_(at), references_(references) {}
 
-    std::size_t run() {
+    Extent run() {
+        at_ = skipWhite(text_, at_);
+        begin_ = at_;
         do {
             at_ = skipWhite(text_, at_);
-            if (at_ >= text_.size()) return open_.empty() ? at_ : std::string_view::npos;
-            if (!step()) return std::string_view::npos;
+            if (at_ >= text_.size()) return extent(open_.empty());
+            if (!step()) return extent(false);
         } while (!open_.empty());
-        return at_;
+        return extent(true);
     }
 
  private:
+    [[nodiscard]] Extent extent(bool isValue) const {
+        const std::size_t read = std::min(at_, text_.size());
+        return {begin_, isValue ? at_ : std::string_view::npos, std::max(read, looked_)};
+    }
+
     /// Passes over one token that is not white space. False where the syntax is broken.
     bool step() {
         const char c = text_[at_];
@@ -121,10 +124,10 @@ class Scan {
     bool number() {
         const std::size_t begin = at_;
         Reference reference;
-        if (!readReference(text_, at_, reference)) {
+        if (!readReference(text_, at_, reference, looked_)) {
             at_ = skipRegular(text_, at_);
         } else if (references_ != nullptr) {
-            references_->push_back({begin, at_, reference});
+            references_->push_back({begin - begin_, at_ - begin_, reference});
         }
         return true;
     }
@@ -142,6 +145,8 @@ class Scan {
 
     std::string_view text_;
     std::size_t at_;
+    std::size_t begin_ = 0;
+    std::size_t looked_ = 0;
     std::vector<FoundReference>* references_;
     BracketStack open_;
 };
@@ -163,26 +168,28 @@ bool readUnsigned(std::string_view text, std::size_t& at, std::uint64_t& value) 
     return true;
 }
 
-bool readReference(std::string_view text, std::size_t& at, Reference& reference) {
-    std::size_t end = at;
+bool readReference(std::string_view text, std::size_t& at, Reference& reference,
+                   std::size_t& looked) {
     std::uint64_t number = 0;
     std::uint64_t generation = 0;
-    if (!readUnsigned(text, end, number)) return false;
-    std::size_t next = skipBlanks(text, end);
-    if (next == end || !readUnsigned(text, next, generation)) return false;
-    end = skipBlanks(text, next);
-    if (end == next || end >= text.size() || text[end] != 'R') return false;
-    ++end;
-    if (end < text.size() && isRegular(text[end])) return false;
+    looked = at;
+    if (!readUnsigned(text, looked, number)) return false;
+    const std::size_t gap = looked;
+    looked = skipWhite(text, gap);
+    if (looked == gap || !readUnsigned(text, looked, generation)) return false;
+    const std::size_t secondGap = looked;
+    looked = skipWhite(text, secondGap);
+    if (looked == secondGap || looked >= text.size() || text[looked] != 'R') return false;
+    ++looked;
+    if (looked < text.size() && isRegular(text[looked])) return false;
     // A number that no table can list is still a reference: to nothing.
     reference.number = number > limits::kObjectNumber ? 0 : static_cast<std::uint32_t>(number);
     reference.generation = generation > 65535 ? 65536 : static_cast<std::uint32_t>(generation);
-    at = end;
+    at = looked;
     return true;
 }
 
-std::size_t scanValue(std::string_view text, std::size_t at,
-                      std::vector<FoundReference>* references) {
+Extent scanValue(std::string_view text, std::size_t at, std::vector<FoundReference>* references) {
     return Scan(text, at, references).run();
 }
 

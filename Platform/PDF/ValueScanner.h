@@ -28,20 +28,32 @@ struct FoundReference {
     Reference reference;
 };
 
-/// The end of the value that begins at `at` (white space before it is skipped); npos where the text
-/// is no value or ends inside it. Nothing is built: strings, names and numbers are passed over,
-/// brackets are counted. All indirect references in the value are appended to `references`, unless
-/// that is null, in the order in which they stand. An absent value ("1 0 obj endobj") has no
-/// length.
-[[nodiscard]] std::size_t scanValue(std::string_view text, std::size_t at,
-                                    std::vector<FoundReference>* references = nullptr);
+/// Where a value stands in a text.
+struct Extent {
+    std::size_t begin = 0;
+    std::size_t end = 0;     ///< npos where the text is no value or ends inside it.
+    std::size_t looked = 0;  ///< How far the text was read to know that.
+
+    [[nodiscard]] bool isValue() const { return end != std::string_view::npos; }
+    [[nodiscard]] std::string_view in(std::string_view text) const {
+        return text.substr(begin, end - begin);
+    }
+};
+
+/// Finds the value that begins at `at`, behind white space. Nothing is built: strings, names and
+/// numbers are passed over, brackets are counted. All indirect references in the value are appended
+/// to `references`, unless that is null, in the order in which they stand; their positions count
+/// from the value's beginning. An absent value ("1 0 obj endobj") has no length.
+[[nodiscard]] Extent scanValue(std::string_view text, std::size_t at,
+                               std::vector<FoundReference>* references = nullptr);
 
 /// Reads an unsigned decimal integer of at most 19 digits at `at` and moves `at` behind it. False,
 /// and `at` unmoved, where there is none.
 [[nodiscard]] bool readUnsigned(std::string_view text, std::size_t& at, std::uint64_t& value);
 
 /// Reads "N G R" at `at` and moves `at` behind it. False, and `at` unmoved, where something else
-/// stands there.
-[[nodiscard]] bool readReference(std::string_view text, std::size_t& at, Reference& reference);
+/// stands there; `looked` is how far the text was read to know that.
+[[nodiscard]] bool readReference(std::string_view text, std::size_t& at, Reference& reference,
+                                 std::size_t& looked);
 
 }  // namespace quirebind
