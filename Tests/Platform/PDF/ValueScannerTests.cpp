@@ -1,0 +1,148 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "Platform/PDF/ValueScanner.h"
+
+namespace quirebind {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+/// What the value at the beginning of `text` is, as scanned; "broken" where it is none.
+std::string scanned(std::string_view text) {
+    const Extent extent = scanValue(text, 0);
+    return extent.isValue() ? std::string(extent.in(text)) : "broken";
+}
+
+struct ExtentCase {
+    std::string_view value;
+    std::string_view rest;
+};
+
+// NOLINTNEXTLINE(readability-identifier-naming): GoogleTest finds it by this name.
+void PrintTo(const ExtentCase& each, std::ostream* out) {
+    *out << each.value << " before " << each.rest;
+}
+
+class ValueExtent : public ::testing::TestWithParam<ExtentCase> {};
+
+TEST_P(ValueExtent, isFoundWhateverFollows) {
+    const auto& [value, rest] = GetParam();
+    EXPECT_EQ(scanned(std::string(value) + std::string(rest)), value);
+    EXPECT_EQ(scanned(std::string(value)), value) << "at the end of the text";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Of, ValueExtent,
+    ::testing::Values(
+        ExtentCase{"1", " 2"}, ExtentCase{"-1.5", "/A"}, ExtentCase{"+.5", "]"},
+        ExtentCase{"true", ">>"}, ExtentCase{"null", "(x)"}, ExtentCase{"/Name", "/Other"},
+        ExtentCase{"/Name#20x", " "}, ExtentCase{"/", "/A"}, ExtentCase{"(text)", "(more)"},
+        ExtentCase{"(a(b)c)", ")"}, ExtentCase{R"((\)))", "x"}, ExtentCase{R"((\\))", "x"},
+        ExtentCase{"()", "()"}, ExtentCase{"<48>", "<49>"}, ExtentCase{"<>", ">"},
+        ExtentCase{"[]", "]"}, ExtentCase{"[1[2]3]", "]"}, ExtentCase{"<<>>", ">>"},
+        ExtentCase{"<</A<</B[<<>>]>>>>", ">"}, ExtentCase{"[(])]", "x"}, ExtentCase{"[<5D>]", "x"},
+        ExtentCase{"[%]\n]", "x"}, ExtentCase{"<</A(>>)>>", "x"}, ExtentCase{"1 0 R", " x"},
+        ExtentCase{"1 0 R", "/A"}, ExtentCase{"12\t\r\n0\fR", "]"}));
+
+TEST(ValueExtent, ofAnAbsentValueIsNothing) {
+    EXPECT_EQ(scanned("endobj"), "");
+    EXPECT_EQ(scanned("  endobj"), "");
+    EXPECT_EQ(scanned(""), "");
+}
+
+TEST(ValueExtent, beginsBehindWhiteSpaceAndComments) {
+    EXPECT_EQ(scanned(" % (comment\n\t[1]x"), "[1]");
+    EXPECT_EQ(scanValue(" % (comment\n\t[1]x", 0).begin, 13U);
+}
+
+TEST(BrokenValue, isNoValue) {
+    for (const std::string_view text :
+         {"(",    "(a(b)",   R"((\))", "<",           "<48",         "[",        "[1", "<<",
+          "<</A", "<</A 1>", "[1>>",   "<<1]",        "]",           ">>",       ">",  ")",
+          "{",    "}",       "[}]",    "[1 endobj ]", "<</A endobj", "[stream]", "[)"}) {
+        EXPECT_FALSE(scanValue(text, 0).isValue()) << text;
+    }
+}
+
+std::string nested(std::size_t depth) {
+    return std::string(depth, '[') + std::string(depth, ']');
+}
+
+TEST(Nesting, isLimited) {
+    EXPECT_EQ(scanned(nested(limits::kNesting)), nested(limits::kNesting));
+    EXPECT_EQ(scanned(nested(limits::kNesting + 1)), "broken");
+}
+
+/// The references that are found in the text, with the text that stands there.
+std::vector<std::string> referencesIn(std::string_view text) {
+    std::vector<FoundReference> found;
+    EXPECT_TRUE(scanValue(text, 0, &found).isValue());
+    std::vector<std::string> result;
+    result.reserve(found.size());
+    for (const FoundReference& each : found) {
+        result.push_back(std::string(text.substr(each.begin, each.end - each.begin)) + " = " +
+                         std::to_string(each.reference.number) + "/" +
+                         std::to_string(each.reference.generation));
+    }
+    return result;
+}
+
+TEST(References, areFoundWhereTheyStandInTheirOrder) {
+    EXPECT_THAT(referencesIn("1 0 R"), ElementsAre("1 0 R = 1/0"));
+    EXPECT_THAT(referencesIn("[1 0 R 22 7 R]"), ElementsAre("1 0 R = 1/0", "22 7 R = 22/7"));
+    EXPECT_THAT(referencesIn("<</A 3 0 R/B[4 0 R<</C 5 0 R>>]>>"),
+                ElementsAre("3 0 R = 3/0", "4 0 R = 4/0", "5 0 R = 5/0"));
+    EXPECT_THAT(referencesIn("[1 2 3 0 R]"), ElementsAre("3 0 R = 3/0"));
+    EXPECT_THAT(referencesIn("[1 0\n \tR]"), ElementsAre("1 0\n \tR = 1/0"));
+    EXPECT_THAT(referencesIn("[007 00 R]"), ElementsAre("007 00 R = 7/0"));
+}
+
+TEST(References, areNotFoundInOtherThings) {
+    for (const std::string_view text :
+         {"[(1 0 R)]", "[<1 0 R>]", "[/1 0 /R]", "[1 0]", "[1 0 Rx]", "[1 R]", "[-1 0 R]",
+          "[1.0 0 R]", "[1 0.0 R]", "[% 1 0 R\n]", "[1 -0 R]", "[10R]"}) {
+        EXPECT_THAT(referencesIn(text), IsEmpty()) << text;
+    }
+}
+
+TEST(References, arePlacedFromTheValuesBeginning) {
+    std::vector<FoundReference> found;
+    EXPECT_TRUE(scanValue("xx  [1 0 R]", 2, &found).isValue());
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].begin, 1U);
+    EXPECT_EQ(found[0].end, 6U);
+}
+
+TEST(References, toImpossibleObjectsNameNothing) {
+    EXPECT_THAT(referencesIn("[4294967297 0 R]"), ElementsAre("4294967297 0 R = 0/0"));
+    EXPECT_THAT(referencesIn("[2147483647 65535 R]"),
+                ElementsAre("2147483647 65535 R = 2147483647/65535"));
+    EXPECT_THAT(referencesIn("[1 4294967296 R]"), ElementsAre("1 4294967296 R = 1/65536"));
+}
+
+TEST(ReadUnsigned, takesAtMostNineteenDigits) {
+    std::uint64_t value = 0;
+    std::size_t at = 1;
+    EXPECT_TRUE(readUnsigned("x9999999999999999999y", at, value));
+    EXPECT_EQ(value, 9999999999999999999U);
+    EXPECT_EQ(at, 20U);
+    at = 0;
+    EXPECT_FALSE(readUnsigned("10000000000000000000", at, value));
+    EXPECT_EQ(at, 0U);
+    for (const std::string_view text : {"", "x", "-1", "+1", " 1"}) {
+        EXPECT_FALSE(readUnsigned(text, at, value)) << text;
+    }
+}
+
+}  // namespace
+}  // namespace quirebind
