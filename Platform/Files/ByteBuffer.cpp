@@ -65,7 +65,7 @@ void ByteBuffer::append(std::string_view text) {
 }
 
 void ByteBuffer::append(std::uint64_t number) {
-    std::array<char, 20> digits;
+    std::array<char, 20> digits{};
     const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), number);
     append({digits.data(), static_cast<std::size_t>(result.ptr - digits.data())});
 }

@@ -36,7 +36,10 @@ const ObjectStream::Member* ObjectStream::member(std::uint32_t number, std::uint
     if (byNumber_.empty()) {
         byNumber_.resize(members_.size());
         std::iota(byNumber_.begin(), byNumber_.end(), 0U);
-        std::ranges::stable_sort(byNumber_, {}, numberOf);
+        // Of members with the same number the first counts.
+        std::ranges::sort(byNumber_, [&](std::uint32_t a, std::uint32_t b) {
+            return std::pair(numberOf(a), a) < std::pair(numberOf(b), b);
+        });
     }
     const auto found = std::ranges::lower_bound(byNumber_, number, {}, numberOf);
     if (found == byNumber_.end() || numberOf(*found) != number) return nullptr;

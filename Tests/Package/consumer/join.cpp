@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
-#include <QuirebindCore/PDFMerger.h>
-
 #include <array>
 #include <iostream>
+
+#include <QuirebindCore/PDFMerger.h>
 
 /// join OUT FIRST SECOND, with nothing but what the library offers to others.
 int main(int argc, char* argv[]) {

@@ -264,6 +264,26 @@ TEST_F(Hostile, startxref) {
     }
 }
 
+// Written out, the bodies would together be many times as large as the file.
+TEST_F(Hostile, streamsThatLieInOneAnother) {
+    std::string references;
+    std::string streams;
+    for (int i = 100; i < 300; ++i) {
+        references += std::to_string(i) + " 0 R ";
+        streams += "{{object " + std::to_string(i) + " 0}} << /Length 1 >> stream\n";
+    }
+    expectRefusal(
+        withEntry("/PieceInfo << /A [" + references + "] >>", streams + "\nendstream\nendobj\n"));
+}
+
+TEST_F(Hostile, thousandsOfReferencesToALargeObjectListedWrongly) {
+    std::string references;
+    for (int i = 0; i < 5000; ++i) references += "70 3 R ";
+    expectMerge(withEntry(
+        "/PieceInfo << /A [" + references + "] >>",
+        "{{object 70 3}} (" + std::string(300000, 'x') + ") endobj\n" + "{{entry 70 1 @70 0}}\n"));
+}
+
 TEST_F(Hostile, sparseFile) {
     constexpr std::uintmax_t kSize = std::uintmax_t{3} << 30U;
     const std::string whole = bench().fixture("whole.pdf", onePageWith());

@@ -225,5 +225,16 @@ TEST(Inheritance, doesNotMultiplyLargeValues) {
     EXPECT_LT(Bench::read(merged).size(), Bench::read(source).size() + 10000);
 }
 
+TEST(Inheritance, ofWhatThePageOverridesBringsNothingAlong) {
+    const Bench bench;
+    const std::string unused =
+        "/Resources << /XObject << /Unused 8 0 R >> /Long (" + std::string(100, 'x') + ") >>";
+    const std::string merged = bench.mergeFixture(
+        threeLevels("/MediaBox [0 0 200 300] " + unused, "", kResources,
+                    "{{object 8 0}}\n<< /Type /XObject /Unused true >>\nendobj\n"));
+    expectSound(merged, 1);
+    EXPECT_THAT(everyObject(merged), Not(HasSubstr("Unused")));
+}
+
 }  // namespace
 }  // namespace quirebind::pdftest
