@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "Platform/Files/ByteBuffer.h"
 #include "Platform/Files/URL.h"
