@@ -53,6 +53,36 @@ TEST(Adding, keepsGoodFilesAndTellsOfTheOthersALineEach) {
                 ElementsAre(Field::files, Field::selection, Field::output, Field::error));
 }
 
+TEST(Adding, ofALockedFileTellsThatAlone) {
+    Window window;
+    window.folder.write("locked.pdf", test::fixturePDF(R"(
+{{header 1.4}}
+{{object 1 0}}
+<< /Type /Catalog /Pages 2 0 R >>
+endobj
+{{object 2 0}}
+<< /Type /Pages /Kids [] /Count 0 >>
+endobj
+{{xref}}
+trailer
+<< /Size {{size}} /Root 1 0 R /Encrypt << /Filter /Unknown /V 4 >> /ID [<00> <00>] >>
+{{startxref}}
+%%EOF
+)"));
+    const std::vector urls{window.document("a", 1), URL::file(window.folder / "locked.pdf")};
+    window.view.importFiles(urls);
+    EXPECT_EQ(window.names(), "a");
+    EXPECT_EQ(window.view.error(), "locked.pdf is locked. Unlock it in Preview before adding it.");
+}
+
+TEST(Adding, ofNothingSelectsTheFirstWhereNothingIsSelected) {
+    Window window;
+    window.add({"a", "b"});
+    window.view.setSelection(std::nullopt);
+    window.view.importFiles({});
+    EXPECT_EQ(window.selected(), 0U);
+}
+
 TEST(Adding, refusesWebLinksByTheirLastComponent) {
     Window window;
     const std::vector urls{URL::parse("https://example.org/some/My%20File.pdf?x=1")};
