@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/PDF/Encryption/Decryptor.h"
+
+#include <utility>
+
+#include "Platform/PDF/Encryption/EncryptedStrings.h"
+#include "Platform/PDF/Encryption/ObjectCipher.h"
+#include "Platform/PDF/PDFString.h"
+
+namespace quirebind {
+
+Decryptor::Decryptor(std::string fileKey, CryptFilters filters, bool encryptsMetadata)
+    : fileKey_(std::move(fileKey)),
+      filters_(std::move(filters)),
+      encryptsMetadata_(encryptsMetadata) {}
+
+std::optional<std::string> Decryptor::decryptStrings(Value value, Reference id) const {
+    if (filters_.strings() == CryptMethod::identity) return std::nullopt;
+    const std::string_view text = value.text();
+    const auto strings = findEncryptedStrings(text);
+    if (strings.empty()) return std::nullopt;
+    const ObjectCipher cipher(filters_.strings(), fileKey_, id);
+    std::string result;
+    result.reserve(text.size());
+    std::size_t at = 0;
+    for (const Extent& string : strings) {
+        result += text.substr(at, string.begin - at);
+        appendLiteralString(cipher.decrypt(stringBytes(Value(string.in(text)), LineEnds::kept)),
+                            result);
+        at = string.end;
+    }
+    result += text.substr(at);
+    return result;
+}
+
+std::string Decryptor::decryptBody(std::string body, Value dictionary, const StreamFilters& filters,
+                                   Reference id) const {
+    const CryptMethod method = methodFor(dictionary, filters);
+    return ObjectCipher(method, fileKey_, id).decrypt(std::move(body));
+}
+
+CryptMethod Decryptor::methodFor(Value dictionary, const StreamFilters& filters) const {
+    if (isCrossReferenceStream(dictionary)) return CryptMethod::identity;
+    if (const auto& name = filters.cryptFilter()) return filters_.named(*name);
+    const Value type = dictionary.find("Type");
+    if (!encryptsMetadata_ && type.isName("Metadata")) return CryptMethod::identity;
+    return type.isName("EmbeddedFile") ? filters_.embeddedFiles() : filters_.streams();
+}
+
+bool isCrossReferenceStream(Value dictionary) {
+    return dictionary.find("Type").isName("XRef");
+}
+
+}  // namespace quirebind
