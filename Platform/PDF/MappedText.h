@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string_view>
 
@@ -16,8 +18,10 @@ namespace quirebind {
 /// mapped. A view of the text and of the references found in it; use it while both live.
 class MappedText {
  public:
-    MappedText(std::string_view text, std::span<const FoundReference> references, ReferenceMap& map)
-        : text_(text), references_(references), map_(map) {}
+    /// `object` is the number in the source of what the text is all of; 0 where it is none.
+    MappedText(std::string_view text, std::span<const FoundReference> references, ReferenceMap& map,
+               std::uint32_t object = 0)
+        : text_(text), references_(references), map_(map), object_(object) {}
 
     /// Appends everything up to `end` (an offset in the text). What it refers to gets `role`.
     void copyTo(std::size_t end, Role role, ByteBuffer& out);
@@ -30,10 +34,16 @@ class MappedText {
     [[nodiscard]] std::size_t beginOf(Value part) const;
     [[nodiscard]] std::size_t endOf(Value part) const { return beginOf(part) + part.text().size(); }
 
+    /// The number of the object that `part` is; 0 where it is only part of one.
+    [[nodiscard]] std::uint32_t objectOf(Value part) const {
+        return beginOf(part) == 0 ? object_ : 0;
+    }
+
  private:
     std::string_view text_;
     std::span<const FoundReference> references_;
     ReferenceMap& map_;
+    std::uint32_t object_;
     std::size_t at_ = 0;
     std::size_t next_ = 0;  // the first reference at or behind at_
 };

@@ -3,12 +3,18 @@
 
 #pragma once
 
+#include <array>
+#include <cstdint>
+#include <string_view>
 #include <vector>
 
 #include "Platform/Files/ByteBuffer.h"
 #include "Platform/PDF/DocumentWriter.h"
+#include "Platform/PDF/EntryRewriter.h"
 #include "Platform/PDF/ObjectReader.h"
+#include "Platform/PDF/ObjectRewriter.h"
 #include "Platform/PDF/ReferenceMap.h"
+#include "Platform/PDF/Structure/StructureKeys.h"
 
 namespace quirebind {
 
@@ -19,26 +25,73 @@ namespace quirebind {
 /// Throws DamagedDocument where the source is damaged; the output is then of no use.
 class ObjectCopier {
  public:
-    ObjectCopier(ObjectReader& reader, DocumentWriter& writer)
-        : reader_(reader), writer_(writer), map_(reader, writer), bodies_(reader.image().size()) {}
+    ObjectCopier(ObjectReader& reader, DocumentWriter& writer, StructureKeyCounter& keys)
+        : reader_(reader),
+          writer_(writer),
+          map_(reader, writer),
+          keys_(keys, reader.table().flatLimit()),
+          bodies_(reader.image().size()) {}
 
     [[nodiscard]] ObjectReader& reader() { return reader_; }
     [[nodiscard]] DocumentWriter& writer() { return writer_; }
     [[nodiscard]] ReferenceMap& map() { return map_; }
 
+    /// From now on dictionaries and arrays of this role are written by `rewriter`, which must live
+    /// as long as it is used. Streams that it does not replace, and roles without one, are copied
+    /// as they are.
+    void setRewriter(Role role, ObjectRewriter& rewriter) {
+        rewriters_.at(static_cast<std::size_t>(role)) = &rewriter;
+    }
+    [[nodiscard]] bool hasRewriter(Role role) const { return rewriterOf(role) != nullptr; }
+
+    /// What to do about an object that cannot be read, or refers to one that the file has lost.
+    enum class Damage : std::uint8_t {
+        refused,   ///< It is needed.
+        bypassed,  ///< It becomes null.
+    };
+
     /// Copies all that waits in the map's queue, and what that refers to in turn.
-    void copyPending();
+    void copyPending(Damage damage);
 
     /// Appends `value` with its references mapped; what they name gets `role`.
     void appendValue(Value value, Role role, ByteBuffer& out);
 
+    /// Copies `value`, the next part of `text` to be copied, as something of that role.
+    void copyAs(Role role, Value value, MappedText& text, ByteBuffer& out);
+
+    /// Appends `value`, which stands alone, as something of that role.
+    void appendAs(Role role, Value value, ByteBuffer& out);
+
+    /// The object that is being copied.
+    [[nodiscard]] const ReferenceMap::Pending& current() const { return current_; }
+
+    /// Rewrites the entry that `entries` gave last if it is one that has to be rewritten wherever
+    /// it stands: /StructParent or /StructParents. Says whether it was.
+    bool rewriteCommonEntry(const DictionaryEntry& entry, EntryRewriter& entries);
+
+    /// The keys under which what is copied stands in the parent tree of the output.
+    [[nodiscard]] const StructureKeys& structureKeys() const { return keys_; }
+
  private:
-    void copyPlain(const SourceObject& object, std::uint32_t output);
-    void copyStream(const SourceObject& object, std::uint32_t output);
+    [[nodiscard]] ObjectRewriter* rewriterOf(Role role) const {
+        return rewriters_.at(static_cast<std::size_t>(role));
+    }
+    void copyCurrent(const SourceObject& object);
+    void copyObject(const SourceObject& object);
+    void copyPlain(Value value, MappedText& text, ByteBuffer& out);
+    void copyStream(const SourceObject& object);
+    bool appendStreamDictionary(Value dictionary, std::uint64_t length, std::string_view key,
+                                ByteBuffer& out);
+    void copyEncryptedStream(const SourceObject& object, std::uint64_t length,
+                             std::uint32_t output);
+    void appendFilters(const std::vector<StreamFilters::Filter>& filters, ByteBuffer& out);
 
     ObjectReader& reader_;
     DocumentWriter& writer_;
     ReferenceMap map_;
+    StructureKeys keys_;
+    std::array<ObjectRewriter*, kRoles> rewriters_{};
+    ReferenceMap::Pending current_;
     WorkBudget bodies_;                       // they do not overlap, so together they fit the file
     std::vector<FoundReference> references_;  // of the object being copied
 };

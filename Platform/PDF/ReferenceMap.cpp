@@ -6,14 +6,30 @@
 namespace quirebind {
 
 std::optional<std::uint32_t> ReferenceMap::map(Reference reference, Role role) {
-    if (!reader_.exists(reference)) return std::nullopt;
+    if (!exists(reference)) return std::nullopt;
     std::uint32_t& output = outputs_.at(reference.number);
     if (output == kNull) return std::nullopt;
     if (output == 0) {
         output = writer_.reserve();
-        queue_.push_back({reference.number, output, role});
+        if (!known_.empty())
+            if (const auto known = known_.find(reference.number); known != known_.end())
+                role = known->second;
+        if (role == Role::structureElement)
+            waiting_.push_back(reference.number);
+        else
+            queue_.push_back({reference.number, output, role});
     }
     return output;
+}
+
+std::optional<std::uint32_t> ReferenceMap::mapElement(Reference reference) {
+    if (!exists(reference)) return std::nullopt;
+    std::uint32_t& output = outputs_.at(reference.number);
+    if (output == kNull) return std::nullopt;
+    if (output == 0) output = writer_.reserve();
+    const std::uint32_t number = output;
+    queueElement(reference.number);
+    return number;
 }
 
 std::optional<ReferenceMap::Pending> ReferenceMap::next() {

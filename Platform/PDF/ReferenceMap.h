@@ -3,8 +3,11 @@
 
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "Platform/PDF/DocumentWriter.h"
@@ -16,8 +19,17 @@ namespace quirebind {
 /// What an object is for, which says how it is rewritten when it is copied. It is known from how
 /// the object was reached, not from its /Type, which files leave out or get wrong.
 enum class Role : std::uint8_t {
-    plain,  ///< Copied as it is, with its references mapped.
+    plain,                ///< Copied as it is, with its references mapped.
+    annotation,           ///< An annotation, a form field, or an array of them.
+    action,               ///< An action, or an array of them.
+    additionalActions,    ///< A dictionary of actions by what triggers them.
+    fieldNames,           ///< A form field or the name of one, or an array of these.
+    script,               ///< A script, a string or a stream.
+    layer,                ///< An optional content group.
+    structureElement,     ///< A structure element, or something else that is below one.
+    structureAttributes,  ///< Attributes of structure elements, or an array of them.
 };
+inline constexpr std::size_t kRoles = 9;
 
 /// For the objects of one source, the numbers of their copies; and the queue of those that have a
 /// number but no copy yet. One flat entry for each object number of the source.
@@ -41,9 +53,35 @@ class ReferenceMap {
 
     [[nodiscard]] bool isAssigned(std::uint32_t source) const { return outputs_.get(source) != 0; }
 
+    /// The number that references to `source` become, where there is one yet. Nothing is queued.
+    [[nodiscard]] std::optional<std::uint32_t> find(std::uint32_t source) const {
+        const std::uint32_t output = outputs_.get(source);
+        if (output == 0 || output == kNull) return std::nullopt;
+        return output;
+    }
+
+    /// Lets `source` have `role` however it is reached: for what a list in the document says it is.
+    void setRole(std::uint32_t source, Role role) { known_[source] = role; }
+
     /// The number of the copy of what `reference` names, which is queued for copying when this is
-    /// the first reference to it. Nothing where the reference means, or is to become, null.
+    /// the first reference to it; but a structure element waits for its parent. Nothing where the
+    /// reference means, or is to become, null.
     [[nodiscard]] std::optional<std::uint32_t> map(Reference reference, Role role);
+
+    /// The same, but queues a structure element, too; it must not have been queued yet.
+    [[nodiscard]] std::optional<std::uint32_t> mapElement(Reference reference);
+
+    /// Queues a structure element that waits.
+    void queueElement(std::uint32_t source) {
+        queue_.push_back({source, outputs_.get(source), Role::structureElement});
+    }
+    /// Lets an object that was queued wait, since it is a structure element.
+    void wait(std::uint32_t source) { waiting_.push_back(source); }
+    /// The structure elements that have come to wait since the last call.
+    [[nodiscard]] std::vector<std::uint32_t> takeWaiting() { return std::exchange(waiting_, {}); }
+
+    /// From now on references to objects that the file has lost mean null.
+    void bypassLostObjects() { bypassesLost_ = true; }
 
     /// The next object to copy, in the order in which they were first referred to.
     [[nodiscard]] std::optional<Pending> next();
@@ -51,11 +89,18 @@ class ReferenceMap {
  private:
     static constexpr std::uint32_t kNull = 0xffffffff;
 
+    [[nodiscard]] bool exists(Reference reference) {
+        return !(bypassesLost_ && reader_.isLost(reference)) && reader_.exists(reference);
+    }
+
     ObjectReader& reader_;
     DocumentWriter& writer_;
     SparseArray<std::uint32_t> outputs_;  // 0: none yet
+    std::map<std::uint32_t, Role> known_;
     std::vector<Pending> queue_;
     std::size_t head_ = 0;
+    std::vector<std::uint32_t> waiting_;
+    bool bypassesLost_ = false;
 };
 
 }  // namespace quirebind

@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/PDF/NameTree.h"
+
+#include <algorithm>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "Platform/PDF/DamagedDocument.h"
+#include "Platform/PDF/Limits.h"
+#include "Platform/PDF/WorkBudget.h"
+
+namespace quirebind {
+namespace {
+
+class TreeWalk {
+ public:
+    TreeWalk(ObjectReader& reader, std::string_view pairs, const TreeVisit& visit)
+        : reader_(reader), pairs_(pairs), visit_(visit) {}
+
+    void run(Value root) {
+        push(root);
+        while (!pending_.empty()) {
+            const std::string node = std::move(pending_.back());
+            pending_.pop_back();
+            try {
+                if (!readNode(reader_.resolve(Value(node)))) return;
+            } catch (const DamagedDocument&) {
+                if (reader_.isExhausted()) throw;
+            }
+        }
+    }
+
+ private:
+    void push(Value node) {
+        if (const auto reference = node.reference())
+            if (!visited_.insert(reference->number).second) return;
+        room_.spend(node.text().size());  // nodes that stand in one another directly
+        pending_.emplace_back(node.text());
+    }
+
+    bool readNode(Value node) {
+        if (!visitPairs(node)) return false;
+        const std::size_t before = pending_.size();
+        ArrayReader kids(reader_.resolve(node.find("Kids")));
+        while (const auto kid = kids.next()) push(*kid);
+        std::reverse(pending_.begin() + static_cast<std::ptrdiff_t>(before), pending_.end());
+        return true;
+    }
+
+    bool visitPairs(Value node) {
+        ArrayReader elements(reader_.resolve(node.find(pairs_)));
+        while (const auto key = elements.next()) {
+            const auto value = elements.next();
+            if (!value) return true;
+            if (!visit_(*key, *value)) return false;
+        }
+        return true;
+    }
+
+    ObjectReader& reader_;
+    std::string_view pairs_;
+    const TreeVisit& visit_;
+    std::vector<std::string> pending_;
+    std::set<std::uint32_t> visited_;
+    WorkBudget room_{limits::kTreeNodes};
+};
+
+}  // namespace
+
+void visitTree(ObjectReader& reader, Value root, std::string_view pairs, const TreeVisit& visit) {
+    TreeWalk(reader, pairs, visit).run(root);
+}
+
+}  // namespace quirebind

@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "Platform/PDF/DocumentWriter.h"
+#include "Platform/PDF/Forms/FormWriter.h"
+#include "Platform/PDF/Layers/LayerWriter.h"
+#include "Platform/PDF/OutputIntents/OutputIntents.h"
+#include "Platform/PDF/Structure/Marking.h"
+#include "Platform/PDF/Structure/StructureKeys.h"
+#include "Platform/PDF/Structure/StructureWriter.h"
+
+namespace quirebind {
+
+/// What the sources of one output add to, besides its pages.
+struct OutputParts {
+    DocumentWriter writer;
+    StructureKeyCounter structureKeys;
+    LayerWriter layers;
+    std::vector<std::uint32_t> threads;
+    CommonOutputIntents outputIntents;
+    StructureWriter structure;
+    MarkingWriter marking;
+    FormWriter forms;
+};
+
+}  // namespace quirebind

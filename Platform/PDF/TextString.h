@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace quirebind {
+
+/// How the bytes of a text string stand for characters (ISO 32000-2, 7.9.2.2). The three others
+/// begin with a byte order mark. The last one is in files, though not in the standard.
+enum class TextEncoding : std::uint8_t {
+    documentEncoding,
+    utf8,
+    utf16BigEndian,
+    utf16LittleEndian,
+};
+
+[[nodiscard]] TextEncoding textEncoding(std::string_view bytes);
+
+/// The text that the bytes of a text string stand for, as UTF-8. Every string has one: a byte that
+/// has no meaning stands for itself, so that different strings stay different.
+[[nodiscard]] std::string textOf(std::string_view bytes);
+
+/// The bytes of a text string for `text`, which is UTF-8.
+[[nodiscard]] std::string textStringOf(std::string_view text);
+
+}  // namespace quirebind
