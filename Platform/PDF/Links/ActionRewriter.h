@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Platform/PDF/Links/Destinations.h"
+#include "Platform/PDF/ObjectCopier.h"
+#include "Platform/PDF/ObjectRewriter.h"
+
+namespace quirebind {
+
+/// Writes actions (ISO 32000-2, 12.6): one that goes to a destination in its own document goes to
+/// the copy of that page, or of that article; what follows an action follows its copy.
+class ActionRewriter : public ObjectRewriter {
+ public:
+    ActionRewriter(ObjectCopier& copier, Destinations& destinations, Value catalog)
+        : copier_(copier), destinations_(destinations), catalog_(catalog) {}
+
+    /// An action or an array of them.
+    void rewrite(Value value, MappedText& text, ByteBuffer& out) override;
+
+ private:
+    void rewriteAction(Value action, MappedText& text, ByteBuffer& out);
+    void appendThread(Value thread, ByteBuffer& out);
+    void rewriteStructureDestination(Value destination, EntryRewriter& entries);
+
+    ObjectCopier& copier_;
+    Destinations& destinations_;
+    Value catalog_;
+    int depth_ = 0;  // of the direct actions that stand in one another
+};
+
+/// Writes dictionaries of actions by what triggers them (12.6.3).
+class AdditionalActionsRewriter : public ObjectRewriter {
+ public:
+    explicit AdditionalActionsRewriter(ObjectCopier& copier) : copier_(copier) {}
+
+    void rewrite(Value value, MappedText& text, ByteBuffer& out) override;
+
+ private:
+    ObjectCopier& copier_;
+};
+
+}  // namespace quirebind

@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/PDF/Links/Destinations.h"
+
+#include <string>
+
+#include "Platform/PDF/PDFString.h"
+
+namespace quirebind {
+namespace {
+
+/// A name may stand for a dictionary with a destination under /D, and files have names for names.
+constexpr int kLongestWay = 8;
+
+/// The kind of view and its four numbers at most.
+constexpr int kViewElements = 5;
+
+}  // namespace
+
+std::optional<Value> explicitDestination(Value value, ObjectReader& reader,
+                                         NamedDestinations& names) {
+    for (int i = 0; i < kLongestWay; ++i) {
+        value = reader.resolveIfSound(value);
+        if (value.isArray()) return value;
+        if (value.isDictionary()) {
+            value = value.find("D");
+            continue;
+        }
+        if (!value.isName() && !isString(value)) return std::nullopt;
+        const auto found = names.find(value.isName() ? value.name() : stringBytes(value));
+        if (!found) return std::nullopt;
+        value = *found;
+    }
+    return std::nullopt;
+}
+
+bool Destinations::append(Value value, ByteBuffer& out) {
+    const auto destination = explicitDestination(value, reader_, names_);
+    if (!destination) return false;
+    ArrayReader elements(*destination);
+    const auto page = elements.next();
+    if (!page) return false;
+    out.append("[");
+    if (const auto copy = copyOf(*page)) {
+        out.append(std::uint64_t{*copy});
+        out.append(" 0 R");
+    } else {
+        out.append("null");
+    }
+    appendView(elements, out);
+    out.append("]");
+    return true;
+}
+
+void Destinations::appendView(ArrayReader& elements, ByteBuffer& out) {
+    for (int i = 0; i < kViewElements; ++i) {
+        const auto element = elements.next();
+        if (!element) break;
+        const Value resolved = reader_.resolveIfSound(*element);
+        const bool isSimple = !resolved.isDictionary() && !resolved.isArray();
+        out.append(resolved.isName() ? "" : " ");
+        out.append(isSimple && !resolved.isNull() ? resolved.text() : "null");
+    }
+}
+
+/// Within a document a page is a reference to it, but files also count pages, as destinations in
+/// other documents do (12.3.2.2), and readers follow them.
+std::optional<std::uint32_t> Destinations::copyOf(Value page) {
+    if (const auto reference = page.reference())
+        if (const auto copy = pages_.ofObject(reference->number)) return copy;
+    const auto index = reader_.resolveIfSound(page).integer();
+    if (!index || *index < 0 || static_cast<std::uint64_t>(*index) >= pages_.count())
+        return std::nullopt;
+    return pages_.ofIndex(static_cast<std::size_t>(*index));
+}
+
+}  // namespace quirebind

@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/PDF/Links/NamedDestinations.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "Platform/PDF/DamagedDocument.h"
+#include "Platform/PDF/NameTree.h"
+#include "Platform/PDF/PDFString.h"
+
+namespace quirebind {
+
+std::optional<Value> NamedDestinations::find(std::string_view name) {
+    if (!isRead_) read();
+    const auto nameOfEntry = [this](const Entry& entry) { return nameOf(entry); };
+    const auto found = std::ranges::lower_bound(entries_, name, {}, nameOfEntry);
+    if (found == entries_.end() || nameOf(*found) != name) return std::nullopt;
+    return Value(std::string_view(texts_).substr(found->begin + found->nameSize, found->valueSize));
+}
+
+void NamedDestinations::read() {
+    isRead_ = true;
+    try {
+        const Value names = reader_.resolve(catalog_.find("Names"));
+        visitTree(reader_, names.find("Dests"), "Names", [this](Value key, Value value) {
+            add(stringBytes(reader_.resolve(key)), value);
+            return true;
+        });
+        DictionaryReader old(reader_.resolve(catalog_.find("Dests")));
+        while (const auto entry = old.next()) add(entry->key.name(), entry->value);
+    } catch (const DamagedDocument&) {
+        // What cannot be read is not known; a link to it is dead.
+        if (reader_.isExhausted()) throw;
+    }
+    std::ranges::sort(entries_, {}, [this](const Entry& entry) {
+        return std::pair(nameOf(entry), entry.begin);  // of equal names the first one first
+    });
+}
+
+void NamedDestinations::add(std::string_view name, Value value) {
+    entries_.push_back({texts_.size(), static_cast<std::uint32_t>(name.size()),
+                        static_cast<std::uint32_t>(value.text().size())});
+    texts_.append(name).append(value.text());
+}
+
+std::string_view NamedDestinations::nameOf(const Entry& entry) const {
+    return std::string_view(texts_).substr(entry.begin, entry.nameSize);
+}
+
+}  // namespace quirebind

@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Platform/PDF/ObjectReader.h"
+#include "Platform/PDF/Value.h"
+
+namespace quirebind {
+
+/// The named destinations of one source (ISO 32000-2, 12.3.2.4): those of the name tree that is
+/// /Dests of the catalog's /Names, and those of the catalog's own dictionary /Dests, which PDF 1.1
+/// had. They are read when the first one is asked for, in time linear in their number.
+class NamedDestinations {
+ public:
+    /// `catalog` and `reader` must outlive this.
+    NamedDestinations(ObjectReader& reader, Value catalog) : reader_(reader), catalog_(catalog) {}
+
+    /// What stands under that name: a destination or a reference to one, valid as long as this.
+    /// Nothing where there is none. Of a name that is listed twice the first counts.
+    [[nodiscard]] std::optional<Value> find(std::string_view name);
+
+ private:
+    struct Entry {
+        std::size_t begin = 0;  // of the name in texts_, which the value's text follows
+        std::uint32_t nameSize = 0;
+        std::uint32_t valueSize = 0;
+    };
+
+    void read();
+    void add(std::string_view name, Value value);
+    [[nodiscard]] std::string_view nameOf(const Entry& entry) const;
+
+    ObjectReader& reader_;
+    Value catalog_;
+    bool isRead_ = false;
+    std::string texts_;
+    std::vector<Entry> entries_;  // by name, once they are read
+};
+
+}  // namespace quirebind
