@@ -1,0 +1,179 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/PDF/Layers/LayerImport.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "Platform/PDF/DamagedDocument.h"
+#include "Platform/PDF/Layers/LayerOrder.h"
+#include "Platform/PDF/PDFString.h"
+
+namespace quirebind {
+namespace {
+
+constexpr std::string_view kUsualIntent = "View";
+
+/// The names in `value`, which is a name or an array of them; the usual one where there is none.
+std::set<std::string> intentsIn(Value value, ObjectReader& reader) {
+    std::set<std::string> intents;
+    const Value resolved = reader.resolve(value);
+    if (resolved.isName()) intents.insert(resolved.name());
+    ArrayReader elements(resolved);
+    while (const auto element = elements.next()) {
+        const Value name = reader.resolve(*element);
+        if (name.isName()) intents.insert(name.name());
+    }
+    if (intents.empty()) intents.emplace(kUsualIntent);
+    return intents;
+}
+
+void appendReference(std::uint32_t number, std::string& text) {
+    text += std::to_string(number) + " 0 R ";
+}
+
+}  // namespace
+
+/// Whatever of the properties is damaged is not there; the rest is.
+template <typename Read>
+void LayerImport::attempt(Read read) {
+    try {
+        read();
+    } catch (const DamagedDocument&) {
+        if (copier_.reader().isExhausted()) throw;
+    }
+}
+
+template <typename Visit>
+void LayerImport::forEachReference(Value array, Visit visit) {
+    ArrayReader elements(copier_.reader().resolve(array));
+    while (const auto element = elements.next())
+        if (const auto reference = element->reference()) visit(*reference);
+}
+
+LayerImport::LayerImport(ObjectCopier& copier, Value catalog, LayerWriter& writer)
+    : copier_(copier), catalog_(catalog), writer_(writer), source_(writer.nextSource()) {
+    attempt([&] {
+        const Value properties = copier.reader().resolve(catalog_.find("OCProperties"));
+        forEachReference(properties.find("OCGs"), [this](Reference group) {
+            if (!groups_.insert(group.number).second) return;
+            listed_.push_back(group.number);
+            copier_.map().setRole(group.number, Role::layer);
+        });
+    });
+    copier_.setRewriter(Role::layer, *this);
+}
+
+void LayerImport::rewrite(Value value, MappedText& text, ByteBuffer& out) {
+    if (value.isDictionary() && writer_.isTaken(stringBytes(value.find("Name")), source_)) {
+        constexpr std::string_view kOpening = "<<";
+        out.append("<</XXSource ");
+        out.append(std::uint64_t{source_});
+        text.skipTo(text.beginOf(value) + kOpening.size());
+    }
+    text.copyTo(text.endOf(value), Role::plain, out);
+}
+
+void LayerImport::finish() {
+    ObjectReader& reader = copier_.reader();
+    Value configuration;
+    attempt([&] {
+        const Value properties = reader.resolve(catalog_.find("OCProperties"));
+        configuration = reader.resolve(properties.find("D"));
+    });
+    // The order comes first, since it may ask for more groups.
+    attempt([&] { readOrder(configuration); });
+    attempt([&] { readStates(configuration); });
+    attempt([&] { readRadioGroups(configuration); });
+    attempt([&] { readUsages(configuration); });
+    if (!settings_.groups.empty()) writer_.add(settings_);
+}
+
+/// What is in /ON or /OFF is in that state, all others are in the base state; Unchanged, which
+/// means whatever was there before, is on where nothing was. A group whose intent is not the
+/// configuration's hides nothing (8.11.2.3).
+void LayerImport::readStates(Value configuration) {
+    ObjectReader& reader = copier_.reader();
+    const bool base = !reader.resolve(configuration.find("BaseState")).isName("OFF");
+    std::set<std::uint32_t> others;
+    forEachReference(configuration.find(base ? "OFF" : "ON"),
+                     [&](Reference group) { others.insert(group.number); });
+    std::set<std::uint32_t> locked;
+    forEachReference(configuration.find("Locked"),
+                     [&](Reference group) { locked.insert(group.number); });
+    settings_.listsVisiblePagesOnly =
+        reader.resolve(configuration.find("ListMode")).isName("VisiblePages");
+    settings_.intents = intentsIn(configuration.find("Intent"), reader);
+    for (const std::uint32_t group : listed_) {
+        const auto copy = copier_.map().find(group);
+        if (!copy) continue;
+        settings_.groups.push_back(*copy);
+        const bool isOn = base != others.contains(group);
+        if (!isOn && isActive(group)) settings_.hidden.push_back(*copy);
+        if (locked.contains(group)) settings_.locked.push_back(*copy);
+    }
+}
+
+bool LayerImport::isActive(std::uint32_t source) {
+    if (settings_.intents.contains("All")) return true;
+    ObjectReader& reader = copier_.reader();
+    const std::set<std::string> intents =
+        intentsIn(reader.read(source).value.find("Intent"), reader);
+    return std::ranges::any_of(
+        intents, [this](const std::string& intent) { return settings_.intents.contains(intent); });
+}
+
+void LayerImport::readOrder(Value configuration) {
+    settings_.order = orderOfCopies(configuration.find("Order"), copier_.reader(),
+                                    {.find = [this](Reference group) { return copyOf(group); },
+                                     .use = [this](Reference group) { return use(group); }});
+}
+
+void LayerImport::readRadioGroups(Value configuration) {
+    ObjectReader& reader = copier_.reader();
+    ArrayReader groups(reader.resolve(configuration.find("RBGroups")));
+    while (const auto group = groups.next())
+        if (const std::string copies = copiesIn(*group); !copies.empty())
+            settings_.radioGroups += "[" + copies + "]";
+}
+
+/// Usage application dictionaries (table 101): when a document is viewed, printed or exported,
+/// groups change their states.
+void LayerImport::readUsages(Value configuration) {
+    ObjectReader& reader = copier_.reader();
+    ArrayReader usages(reader.resolve(configuration.find("AS")));
+    while (const auto element = usages.next()) {
+        const Value usage = reader.resolve(*element);
+        const std::string copies = copiesIn(usage.find("OCGs"));
+        const Value event = reader.resolve(usage.find("Event"));
+        if (copies.empty() || !event.isName()) continue;
+        settings_.usages.append("<</Event").append(event.text());
+        settings_.usages.append("/OCGs[").append(copies).append("]/Category[");
+        ArrayReader categories(reader.resolve(usage.find("Category")));
+        while (const auto category = categories.next())
+            if (const Value name = reader.resolve(*category); name.isName())
+                settings_.usages.append(name.text());
+        settings_.usages.append("]>>");
+    }
+}
+
+std::string LayerImport::copiesIn(Value array) {
+    std::string copies;
+    forEachReference(array, [&](Reference group) {
+        if (const auto copy = copyOf(group)) appendReference(*copy, copies);
+    });
+    return copies;
+}
+
+std::optional<std::uint32_t> LayerImport::copyOf(Reference group) const {
+    if (!isGroup(group.number)) return std::nullopt;
+    return copier_.map().find(group.number);
+}
+
+std::optional<std::uint32_t> LayerImport::use(Reference group) {
+    if (!isGroup(group.number)) return std::nullopt;
+    return copier_.map().map(group, Role::plain);
+}
+
+}  // namespace quirebind

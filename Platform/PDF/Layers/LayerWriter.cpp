@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/PDF/Layers/LayerWriter.h"
+
+#include <string_view>
+
+namespace quirebind {
+namespace {
+
+void extend(std::vector<std::uint32_t>& all, const std::vector<std::uint32_t>& more) {
+    all.insert(all.end(), more.begin(), more.end());
+}
+
+void appendReferences(std::string_view key, const std::vector<std::uint32_t>& numbers,
+                      ByteBuffer& out) {
+    if (numbers.empty()) return;
+    out.append(key);
+    out.append("[");
+    for (const std::uint32_t number : numbers) {
+        out.append(std::uint64_t{number});
+        out.append(" 0 R ");
+    }
+    out.append("]");
+}
+
+void appendArray(std::string_view key, std::string_view elements, ByteBuffer& out) {
+    if (elements.empty()) return;
+    out.append(key);
+    out.append("[");
+    out.append(elements);
+    out.append("]");
+}
+
+}  // namespace
+
+void LayerWriter::add(const LayerSettings& settings) {
+    extend(joined_.groups, settings.groups);
+    extend(joined_.hidden, settings.hidden);
+    extend(joined_.locked, settings.locked);
+    joined_.order += settings.order;
+    joined_.radioGroups += settings.radioGroups;
+    joined_.usages += settings.usages;
+    joined_.intents.insert(settings.intents.begin(), settings.intents.end());
+    joined_.listsVisiblePagesOnly =
+        settings.listsVisiblePagesOnly && (isEmpty_ || joined_.listsVisiblePagesOnly);
+    isEmpty_ = false;
+}
+
+std::optional<std::uint32_t> LayerWriter::finish(DocumentWriter& writer) const {
+    if (isEmpty_) return std::nullopt;
+    const std::uint32_t number = writer.reserve();
+    ByteBuffer& out = writer.beginObject(number, writer.packs());
+    out.append("<<");
+    appendReferences("/OCGs", joined_.groups, out);
+    out.append("/D<<");
+    appendReferences("/OFF", joined_.hidden, out);
+    appendReferences("/Locked", joined_.locked, out);
+    appendArray("/Order", joined_.order, out);
+    appendArray("/RBGroups", joined_.radioGroups, out);
+    appendArray("/AS", joined_.usages, out);
+    if (joined_.listsVisiblePagesOnly) out.append("/ListMode/VisiblePages");
+    if (joined_.intents != std::set<std::string>{"View"}) {
+        out.append("/Intent[");
+        for (const std::string& intent : joined_.intents) {
+            out.append("/");
+            out.append(intent);
+        }
+        out.append("]");
+    }
+    out.append(">>>>");
+    writer.endObject();
+    return number;
+}
+
+}  // namespace quirebind
