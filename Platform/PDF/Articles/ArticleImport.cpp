@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/PDF/Articles/ArticleImport.h"
+
+#include <set>
+
+#include "Platform/PDF/DamagedDocument.h"
+
+namespace quirebind {
+
+void ArticleImport::finish() {
+    ObjectReader& reader = copier_.reader();
+    try {
+        std::set<std::uint32_t> listed;
+        ArrayReader threads(reader.resolve(catalog_.find("Threads")));
+        while (const auto element = threads.next()) {
+            const auto thread = element->reference();
+            if (!thread || !listed.insert(thread->number).second) continue;
+            // Only the first bead of a thread has to say to which it belongs.
+            const auto first = reader.resolve(*element).find("F").reference();
+            const bool isUsed =
+                copier_.map().find(thread->number) || (first && copier_.map().find(first->number));
+            if (!isUsed) continue;
+            if (const auto copy = copier_.map().map(*thread, Role::plain))
+                threads_.push_back(*copy);
+        }
+    } catch (const DamagedDocument&) {
+        if (reader.isExhausted()) throw;
+    }
+}
+
+}  // namespace quirebind

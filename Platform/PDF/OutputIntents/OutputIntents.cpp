@@ -1,0 +1,118 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/PDF/OutputIntents/OutputIntents.h"
+
+#include <algorithm>
+#include <span>
+#include <utility>
+
+#include "Platform/PDF/DamagedDocument.h"
+#include "Platform/PDF/Encryption/StreamFilters.h"
+#include "Platform/PDF/Limits.h"
+
+namespace quirebind {
+namespace {
+
+/// The entries of a dictionary with their values resolved, sorted by nothing: programs write the
+/// same profile in the same way. Throws DamagedDocument for values that are made of others.
+std::string simpleEntries(ObjectReader& reader, Value dictionary, std::string_view leftOut) {
+    std::string entries;
+    DictionaryReader found(dictionary);
+    while (const auto entry = found.next()) {
+        if (entry->key.isName(leftOut) || entry->key.isName("Metadata")) continue;
+        const Value value = reader.resolve(entry->value);
+        std::vector<FoundReference> references;
+        (void)scanValue(value.text(), 0, &references);
+        if (!references.empty()) throw DamagedDocument("an output intent that is no plain value");
+        entries.append(entry->key.text()).append(" ").append(value.text()).append("\n");
+    }
+    return entries;
+}
+
+std::string bodyOf(ObjectReader& reader, const SourceObject& stream) {
+    const std::uint64_t length = reader.bodyLength(stream);
+    if (length > limits::kColourProfile) throw DamagedDocument("too large a colour profile");
+    if (reader.isEncrypted()) {
+        const StreamFilters filters(stream.value,
+                                    [&](Value value) { return reader.resolve(value); });
+        if (filters.cryptFilter()) throw DamagedDocument("a profile with a crypt filter");
+        return reader.decryptedBody(stream, length, filters);
+    }
+    std::string body(static_cast<std::size_t>(length), '\0');
+    reader.image().copy(stream.bodyOffset, std::span(body));
+    return body;
+}
+
+}  // namespace
+
+OutputIntents OutputIntents::read(ObjectReader& reader, Value catalog) {
+    OutputIntents result;
+    try {
+        ArrayReader intents(reader.resolve(catalog.find("OutputIntents")));
+        while (const auto intent = intents.next()) {
+            if (result.intents_.size() == limits::kOutputIntents) return {};
+            const Value dictionary = reader.resolve(*intent);
+            if (!dictionary.isDictionary()) return {};
+            result.intents_.push_back(readIntent(reader, dictionary));
+        }
+    } catch (const DamagedDocument&) {
+        if (reader.isExhausted()) throw;
+        return {};
+    }
+    return result;
+}
+
+OutputIntents::Intent OutputIntents::readIntent(ObjectReader& reader, Value intent) {
+    constexpr std::string_view kProfile = "DestOutputProfile";
+    Intent result;
+    result.entries = simpleEntries(reader, intent, kProfile);
+    const auto profile = intent.find(kProfile).reference();
+    if (!profile || !reader.exists(*profile)) return result;
+    const SourceObject stream = reader.read(profile->number);
+    if (!stream.isStream) return result;
+    result.profile = simpleEntries(reader, stream.value, "Length");
+    result.body = bodyOf(reader, stream);
+    return result;
+}
+
+std::uint32_t OutputIntents::write(DocumentWriter& writer) const {
+    std::string array = "[";
+    for (const Intent& intent : intents_) {
+        array += "<<" + intent.entries;
+        if (!intent.profile.empty()) {
+            const std::uint32_t number = writer.reserve();
+            ByteBuffer& out = writer.beginStream(number);
+            out.append("<<");
+            out.append(intent.profile);
+            out.append("/Length ");
+            out.append(std::uint64_t{intent.body.size()});
+            out.append(">>");
+            std::ranges::copy(intent.body, writer.streamBody(intent.body.size()).begin());
+            writer.endStream();
+            array += "/DestOutputProfile " + std::to_string(number) + " 0 R";
+        }
+        array += ">>";
+    }
+    const std::uint32_t number = writer.reserve();
+    writer.beginObject(number, writer.packs()).append(array + "]");
+    writer.endObject();
+    return number;
+}
+
+void CommonOutputIntents::add(ObjectReader& reader, Value catalog) {
+    const bool isFirst = std::exchange(isFirst_, false);
+    if (!isFirst && common_.empty()) return;
+    OutputIntents intents = OutputIntents::read(reader, catalog);
+    if (isFirst)
+        common_ = std::move(intents);
+    else if (common_ != intents)
+        common_ = {};
+}
+
+std::optional<std::uint32_t> CommonOutputIntents::finish(DocumentWriter& writer) const {
+    if (common_.empty()) return std::nullopt;
+    return common_.write(writer);
+}
+
+}  // namespace quirebind

@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Platform/PDF/DocumentWriter.h"
+#include "Platform/PDF/ObjectReader.h"
+#include "Platform/PDF/Value.h"
+
+namespace quirebind {
+
+/// The output intents of a document (ISO 32000-2, 14.11.5): for which device it was made, usually
+/// with a colour profile. Plain values that need no source any more.
+class OutputIntents {
+ public:
+    OutputIntents() = default;
+
+    /// Reads what is under /OutputIntents of the catalog. None where there are none, or where they
+    /// cannot be told as plain values. Throws DamagedDocument only where the source is exhausted.
+    [[nodiscard]] static OutputIntents read(ObjectReader& reader, Value catalog);
+
+    [[nodiscard]] bool empty() const { return intents_.empty(); }
+
+    /// Writes them; gives the number of their array.
+    [[nodiscard]] std::uint32_t write(DocumentWriter& writer) const;
+
+    friend bool operator==(const OutputIntents&, const OutputIntents&) = default;
+
+ private:
+    struct Intent {
+        std::string entries;  // without the profile
+        std::string profile;  // the entries of its dictionary without /Length; empty for none
+        std::string body;
+
+        friend bool operator==(const Intent&, const Intent&) = default;
+    };
+
+    [[nodiscard]] static Intent readIntent(ObjectReader& reader, Value intent);
+
+    std::vector<Intent> intents_;
+};
+
+/// What the output is made for: what all sources are made for, where they agree.
+class CommonOutputIntents {
+ public:
+    /// Adds what a source, with whatever catalog, is made for.
+    void add(ObjectReader& reader, Value catalog);
+
+    /// Writes them; gives the number of their array, nothing where there are none.
+    [[nodiscard]] std::optional<std::uint32_t> finish(DocumentWriter& writer) const;
+
+ private:
+    OutputIntents common_;
+    bool isFirst_ = true;
+};
+
+}  // namespace quirebind
