@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/PDF/Forms/FieldRewriter.h"
+
+#include <cstddef>
+
+#include "Platform/PDF/Limits.h"
+#include "Platform/PDF/PDFString.h"
+
+namespace quirebind {
+
+FormChanges::Field FieldRewriter::changesOf(std::uint32_t number) const {
+    const auto found = changes_.fields.find(number);
+    return found == changes_.fields.end() ? FormChanges::Field() : found->second;
+}
+
+void FieldRewriter::begin(const FormChanges::Field& change, Value field, MappedText& text,
+                          ByteBuffer& out) {
+    if (!change.takesAppearance && !change.takesQuadding) return;
+    constexpr std::string_view kBracket = "<<";
+    text.copyTo(text.beginOf(field) + kBracket.size(), Role::plain, out);
+    if (change.takesAppearance) {
+        out.append("/DA");
+        out.append(changes_.appearance);
+    }
+    if (change.takesQuadding) {
+        out.append("/Q ");
+        out.append(changes_.quadding);
+    }
+}
+
+bool FieldRewriter::rewriteEntry(const FormChanges::Field& change, Value field,
+                                 const DictionaryEntry& entry, EntryRewriter& entries) {
+    const Value key = entry.key;
+    if (key.isName("T")) return change.isRenamed && rename(entry.value, entries);
+    if (key.isName("Kids") && !change.kids.empty()) {
+        // Without kids it is what it would be had it never had any: a field with its own widget.
+        if (change.kids == "[]")
+            entries.drop();
+        else
+            copier_.appendValue(Value(change.kids), Role::annotation, entries.replace());
+        return true;
+    }
+    // An entry that means null stands in the way of the one that takes its place.
+    const bool isReplaced = (key.isName("DA") && change.takesAppearance) ||
+                            (key.isName("Q") && change.takesQuadding) ||
+                            (key.isName("V") && holdsSignature(field));
+    if (isReplaced) {
+        entries.drop();
+        return true;
+    }
+    return key.isName("DA") && !changes_.resources.empty() &&
+           rewriteAppearance(entry.value, entries);
+}
+
+bool FieldRewriter::rename(Value name, EntryRewriter& entries) {
+    const auto renamed = changes_.names.renamed(stringBytes(reader_.resolve(name)));
+    if (!renamed) return false;
+    appendLiteralString(*renamed, entries.replace());
+    return true;
+}
+
+bool FieldRewriter::rewriteAppearance(Value appearance, EntryRewriter& entries) {
+    const auto renamed =
+        renameResources(stringBytes(reader_.resolve(appearance)), changes_.resources);
+    if (!renamed) return false;
+    appendLiteralString(*renamed, entries.replace());
+    return true;
+}
+
+/// The type of a field is inherited (table 226). What is no field of a known type holds one where
+/// the value says which bytes were signed.
+bool FieldRewriter::holdsSignature(Value field) {
+    Value node = field;
+    for (int i = 0; i < limits::kFieldParents && node.isDictionary(); ++i) {
+        const Value type = reader_.resolve(node.find("FT"));
+        if (!type.isNull()) return type.isName("Sig");
+        node = reader_.resolve(node.find("Parent"));
+    }
+    return !reader_.resolve(reader_.resolve(field.find("V")).find("ByteRange")).isNull();
+}
+
+}  // namespace quirebind

@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Platform/Files/ByteBuffer.h"
+#include "Platform/PDF/EntryRewriter.h"
+#include "Platform/PDF/Forms/FormChanges.h"
+#include "Platform/PDF/MappedText.h"
+#include "Platform/PDF/ObjectCopier.h"
+#include "Platform/PDF/Value.h"
+
+namespace quirebind {
+
+/// Writes what is particular to the fields of a form (ISO 32000-2, 12.7.4), and to what else has a
+/// default appearance: new names of root fields and of resources, and the defaults that the form
+/// had for all its fields. Signatures stay behind: they sign the bytes of another file.
+class FieldRewriter {
+ public:
+    /// Both must outlive this.
+    FieldRewriter(ObjectCopier& copier, const FormChanges& changes)
+        : copier_(copier), reader_(copier.reader()), changes_(changes) {}
+
+    /// What changes in the field that is object `number`.
+    [[nodiscard]] FormChanges::Field changesOf(std::uint32_t number) const;
+
+    /// Appends the beginning of `field` up to its first entry, with the entries that it gets.
+    void begin(const FormChanges::Field& change, Value field, MappedText& text, ByteBuffer& out);
+
+    /// Rewrites the entry that `entries` gave last if it is one that changes. Says whether it was.
+    [[nodiscard]] bool rewriteEntry(const FormChanges::Field& change, Value field,
+                                    const DictionaryEntry& entry, EntryRewriter& entries);
+
+ private:
+    [[nodiscard]] bool rename(Value name, EntryRewriter& entries);
+    [[nodiscard]] bool rewriteAppearance(Value appearance, EntryRewriter& entries);
+    [[nodiscard]] bool holdsSignature(Value field);
+
+    ObjectCopier& copier_;
+    ObjectReader& reader_;
+    const FormChanges& changes_;
+};
+
+}  // namespace quirebind

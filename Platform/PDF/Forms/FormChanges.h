@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+#include "Platform/PDF/Forms/FieldNames.h"
+#include "Platform/PDF/Forms/FormResources.h"
+
+namespace quirebind {
+
+/// What changes in the fields of one source because its form is joined with others. Known before
+/// the first of its pages is copied.
+struct FormChanges {
+    /// What changes in one field.
+    struct Field {
+        bool isRenamed = false;        ///< Its partial name is the root's, and has a new one.
+        bool takesAppearance = false;  ///< It gets the form's default appearance,
+        bool takesQuadding = false;    ///< and the form's quadding.
+        std::string kids;              ///< What its /Kids are; empty where they stay.
+    };
+
+    std::map<std::uint32_t, Field> fields;  ///< By object number; the others stay as they are.
+    FieldRenames names;
+    ResourceRenames resources;
+    std::string appearance;  ///< The form's /DA, a literal string; empty where there is none.
+    std::string quadding;    ///< The form's /Q, likewise.
+};
+
+}  // namespace quirebind

@@ -1,0 +1,172 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/PDF/Forms/FormImport.h"
+
+#include <set>
+#include <utility>
+
+#include "Platform/PDF/DamagedDocument.h"
+#include "Platform/PDF/Limits.h"
+#include "Platform/PDF/PDFString.h"
+
+namespace quirebind {
+FormImport::FormImport(ObjectCopier& copier, const PageCopies& pages, Value catalog,
+                       FormWriter& writer, FormChanges& changes)
+    : copier_(copier), pages_(pages), writer_(writer), changes_(changes) {
+    attempt([&] { form_ = copier_.reader().resolve(catalog.find("AcroForm")).text(); });
+    attempt([&] { readResources(); });
+    attempt([&] { readDefaults(); });
+    attempt([&] { readRoots(); });
+    std::vector<std::string> names;
+    names.reserve(names_.size());
+    for (const Name& name : names_) names.push_back(name.root);
+    changes_.names = writer_.names().claim(names);
+    for (const Name& name : names_)
+        if (changes_.names.contains(name.root)) changes_.fields[name.field].isRenamed = true;
+}
+
+/// Whatever of the form is damaged is not there; the rest is.
+template <typename Read>
+void FormImport::attempt(Read read) {
+    try {
+        read();
+    } catch (const DamagedDocument&) {
+        if (copier_.reader().isExhausted()) throw;
+    }
+}
+
+void FormImport::readResources() {
+    ObjectReader& reader = copier_.reader();
+    ResourceDigests digests(reader);
+    WorkBudget room(limits::kFormResources);
+    std::set<std::string> categories;
+    DictionaryReader entries(reader.resolve(entry("DR")));
+    while (const auto entry = entries.next()) {
+        std::string category = entry->key.name();
+        if (!categories.insert(category).second) continue;
+        // What is no dictionary is the list of procedure sets, which nobody needs any more.
+        attempt([&] { readCategory(category, reader.resolve(entry->value), digests, room); });
+    }
+}
+
+void FormImport::readCategory(const std::string& category, Value resources,
+                              ResourceDigests& digests, WorkBudget& room) {
+    ObjectReader& reader = copier_.reader();
+    room.spend(resources.text().size());
+    std::set<std::string> names;
+    DictionaryReader entries(resources);
+    while (const auto entry = entries.next()) {
+        std::string name = entry->key.name();
+        attempt([&] {
+            if (!names.insert(name).second || reader.isAbsent(entry->value)) return;
+            const std::string_view spelling = entry->key.text();
+            const FormResources::Claim claim =
+                writer_.resources().claim({.category = category,
+                                           .name = name,
+                                           .spelling = std::string(spelling),
+                                           .digest = digests.of(entry->value)});
+            if (claim.spelling != spelling) changes_.resources[category][name] = claim.spelling;
+            if (claim.isNew)
+                resources_.push_back({category, claim.spelling, std::string(entry->value.text())});
+        });
+    }
+}
+
+/// The form's own /DA and /Q are for the fields that have none, which is the same for them as if
+/// their roots had these (table 224).
+void FormImport::readDefaults() {
+    ObjectReader& reader = copier_.reader();
+    const Value appearance = reader.resolve(entry("DA"));
+    if (isString(appearance)) {
+        const std::string bytes = stringBytes(appearance);
+        const std::string renamed = renameResources(bytes, changes_.resources).value_or(bytes);
+        if (!renamed.empty() && renamed.size() <= limits::kDefaultAppearance)
+            appendLiteralString(renamed, changes_.appearance);
+    }
+    const Value quadding = reader.resolve(entry("Q"));
+    const auto number = quadding.integer();
+    if (number == 1 || number == 2) changes_.quadding = std::to_string(*number);
+}
+
+void FormImport::readRoots() {
+    const FieldTree::Visitor visitor{
+        .root = [this](std::uint32_t number, Value field) { takeDefaults(number, field); },
+        .firstName =
+            [this](std::uint32_t number, const std::string& name) {
+                names_.push_back({number, std::string(rootName(name))});
+            },
+        .kids = [this](std::uint32_t number,
+                       std::string kids) { changes_.fields[number].kids = std::move(kids); }};
+    // What is read on the way makes room for what comes.
+    const std::string fields(copier_.reader().resolve(entry("Fields")).text());
+    roots_ = FieldTree(copier_, visitor).walk(Value(fields));
+}
+
+void FormImport::takeDefaults(std::uint32_t number, Value field) {
+    bool takesAppearance = !changes_.appearance.empty();
+    bool takesQuadding = !changes_.quadding.empty();
+    if (!takesAppearance && !takesQuadding) return;
+    ObjectReader& reader = copier_.reader();
+    DictionaryReader entries(field);
+    while (const auto entry = entries.next()) {
+        if (entry->key.isName("FT") && reader.resolve(entry->value).isName("Sig")) return;
+        if (entry->key.isName("DA") && !reader.isAbsent(entry->value)) takesAppearance = false;
+        if (entry->key.isName("Q") && !reader.isAbsent(entry->value)) takesQuadding = false;
+    }
+    if (!takesAppearance && !takesQuadding) return;
+    FormChanges::Field& change = changes_.fields[number];
+    change.takesAppearance = takesAppearance;
+    change.takesQuadding = takesQuadding;
+}
+
+void FormImport::finish() {
+    FormFields fields;
+    for (const FieldTree::Root& root : roots_) attempt([&] { addRoot(root, fields); });
+    copier_.copyPending(ObjectCopier::Damage::bypassed);
+    attempt([&] { addCalculationOrder(fields); });
+    attempt([&] {
+        const Value needed = copier_.reader().resolve(entry("NeedAppearances"));
+        fields.needsAppearances = needed.boolean().value_or(false);
+    });
+    for (const Resource& resource : resources_) attempt([&] { addResource(resource); });
+    writer_.add(fields);
+}
+
+void FormImport::addRoot(const FieldTree::Root& root, FormFields& fields) {
+    if (!FieldTree::isDirect(root.number)) {
+        const Reference reference = Value(root.text).reference().value_or(Reference());
+        if (const auto copy = copier_.map().map(reference, Role::annotation))
+            fields.roots.push_back(*copy);
+        return;
+    }
+    ByteBuffer text;
+    std::vector<FoundReference> references;
+    (void)scanValue(root.text, 0, &references);  // its extent is known already
+    MappedText mapped(root.text, references, copier_.map(), root.number);
+    copier_.copyAs(Role::annotation, Value(root.text), mapped, text);
+    DocumentWriter& writer = copier_.writer();
+    const std::uint32_t number = writer.reserve();
+    writer.beginObject(number, writer.packs()).append(text.text());
+    writer.endObject();
+    fields.roots.push_back(number);
+}
+
+/// What is calculated and no field any more is left out.
+void FormImport::addCalculationOrder(FormFields& fields) {
+    ArrayReader elements(copier_.reader().resolve(entry("CO")));
+    while (const auto element = elements.next()) {
+        const auto reference = element->reference();
+        if (!reference || pages_.ofObject(reference->number)) continue;
+        if (const auto copy = copier_.map().find(reference->number))
+            fields.calculated.push_back(*copy);
+    }
+}
+
+void FormImport::addResource(const Resource& resource) {
+    ByteBuffer text;
+    copier_.appendValue(Value(resource.value), Role::plain, text);
+    writer_.resources().add(resource.category, resource.spelling, text.text());
+}
+
+}  // namespace quirebind

@@ -1,0 +1,174 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/PDF/Forms/ResourceDigests.h"
+
+#include <algorithm>
+#include <functional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "Platform/PDF/DamagedDocument.h"
+#include "Platform/PDF/Encryption/Ciphers.h"
+#include "Platform/PDF/Encryption/StreamFilters.h"
+#include "Platform/PDF/Limits.h"
+#include "Platform/PDF/PDFString.h"
+
+namespace quirebind {
+namespace {
+
+/// Writes a value and all that it refers to as one text. What is reached again is named by when it
+/// was reached first, so that a graph with loops has an end.
+class CanonicalText {
+ public:
+    using BodyDigest = std::function<std::string(const SourceObject&)>;
+
+    CanonicalText(ObjectReader& reader, BodyDigest bodyDigest)
+        : reader_(reader), bodyDigest_(std::move(bodyDigest)) {}
+
+    /// Nothing where it would be too much work.
+    std::optional<std::string> of(Value root) {
+        pending_.push_back({.before = {}, .value = root});
+        while (!pending_.empty()) {
+            const Item item = std::move(pending_.back());
+            pending_.pop_back();
+            work_ += kItem + item.value.text().size();
+            if (work_ > limits::kComparedResource) return std::nullopt;
+            text_ += item.before;
+            write(item);
+        }
+        return std::move(text_);
+    }
+
+    [[nodiscard]] std::uint64_t work() const { return work_; }
+
+ private:
+    /// A value, and the key or the closing bracket before it.
+    struct Item {
+        std::string before;
+        Value value;
+        bool isStream = false;  ///< It is a stream's dictionary.
+    };
+
+    /// The work that even the smallest value makes, in bytes looked at.
+    static constexpr std::uint64_t kItem = 16;
+
+    void write(const Item& item) {
+        const Value value = item.value;
+        if (const auto reference = value.reference())
+            writeObject(*reference);
+        else if (value.isArray())
+            openArray(value);
+        else if (value.isDictionary())
+            openDictionary(value, item.isStream ? "Length" : "");
+        else if (value.isName())
+            writeBytes('/', value.name());
+        else if (isString(value))
+            writeBytes('(', stringBytes(value));
+        else
+            text_.append(" ").append(value.text());
+    }
+
+    void writeObject(Reference reference) {
+        const auto [known, isNew] = visited_.try_emplace(reference.number, visited_.size());
+        if (!isNew) {
+            text_.append("@").append(std::to_string(known->second));
+            return;
+        }
+        if (!reader_.exists(reference)) {
+            text_ += " null";
+            return;
+        }
+        const SourceObject object = reader_.read(reference.number);
+        if (object.isStream) writeBytes('s', bodyDigest_(object));
+        pending_.push_back({.before = {}, .value = object.value, .isStream = object.isStream});
+    }
+
+    /// With their number, so that nothing in the bytes can be taken for something else.
+    void writeBytes(char kind, const std::string& bytes) {
+        text_ += kind;
+        text_.append(std::to_string(bytes.size())).append(":").append(bytes);
+    }
+
+    void openArray(Value array) {
+        text_ += '[';
+        const std::size_t first = pending_.size();
+        ArrayReader elements(array);
+        while (const auto element = elements.next())
+            pending_.push_back({.before = {}, .value = *element});
+        close("]", first);
+    }
+
+    void openDictionary(Value dictionary, std::string_view without) {
+        text_ += '<';
+        std::map<std::string, Value> sorted;
+        DictionaryReader entries(dictionary);
+        while (const auto entry = entries.next())
+            if (!entry->key.isName(without)) sorted.emplace(entry->key.name(), entry->value);
+        const std::size_t first = pending_.size();
+        for (const auto& [key, value] : sorted)
+            pending_.push_back(
+                {.before = "/" + std::to_string(key.size()) + ":" + key, .value = value});
+        close(">", first);
+    }
+
+    /// Puts what was pushed since `first` in the order in which it is taken, the bracket last.
+    void close(std::string_view bracket, std::size_t first) {
+        pending_.push_back({.before = std::string(bracket), .value = {}});
+        std::reverse(pending_.begin() + static_cast<std::ptrdiff_t>(first), pending_.end());
+    }
+
+    ObjectReader& reader_;
+    BodyDigest bodyDigest_;
+    std::string text_;
+    std::uint64_t work_ = 0;
+    std::vector<Item> pending_;  // the next one last
+    std::map<std::uint32_t, std::size_t> visited_;
+};
+
+}  // namespace
+
+ResourceDigests::ResourceDigests(ObjectReader& reader)
+    : reader_(reader), graphs_(limits::kComparedResources), bodyBytes_(reader.image().size()) {}
+
+std::optional<std::string> ResourceDigests::of(Value resource) {
+    const auto reference = resource.reference();
+    if (!reference) return compute(resource);
+    if (const auto known = digests_.find(reference->number); known != digests_.end())
+        return known->second;
+    return digests_.emplace(reference->number, compute(resource)).first->second;
+}
+
+std::optional<std::string> ResourceDigests::compute(Value resource) {
+    if (graphs_.left() < limits::kComparedResource) return std::nullopt;
+    CanonicalText canonical(reader_, [this](const SourceObject& stream) {
+        const auto known = bodies_.find(stream.number);
+        if (known != bodies_.end()) return known->second;
+        return bodies_.emplace(stream.number, bodyDigest(stream)).first->second;
+    });
+    const auto text = canonical.of(resource);
+    graphs_.spend(std::min(canonical.work(), graphs_.left()));
+    if (!text) return std::nullopt;
+    return sha256(*text);
+}
+
+std::string ResourceDigests::bodyDigest(const SourceObject& stream) {
+    constexpr std::uint64_t kPiece = std::uint64_t{1} << 20U;
+    const std::uint64_t length = reader_.bodyLength(stream);
+    bodyBytes_.spend(length);
+    if (reader_.isEncrypted()) {
+        const StreamFilters filters(stream.value,
+                                    [this](Value value) { return reader_.resolve(value); });
+        return sha256(reader_.decryptedBody(stream, length, filters));
+    }
+    std::string digests;
+    for (std::uint64_t at = 0; at < length; at += kPiece) {
+        std::string piece(static_cast<std::size_t>(std::min(kPiece, length - at)), '\0');
+        reader_.image().copy(stream.bodyOffset + at, piece);
+        digests += sha256(piece);
+    }
+    return digests;
+}
+
+}  // namespace quirebind

@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+
+#include "Platform/PDF/ObjectReader.h"
+#include "Platform/PDF/Value.h"
+#include "Platform/PDF/WorkBudget.h"
+
+namespace quirebind {
+
+/// Tells which resources are the same, in one document or in several: those that say the same, with
+/// all that they refer to, however it is numbered, spelt and divided into objects.
+class ResourceDigests {
+ public:
+    explicit ResourceDigests(ObjectReader& reader);
+
+    /// A digest of what `resource` says; the same for two that are the same. Nothing where that is
+    /// too much to be compared. Throws DamagedDocument where the source is damaged.
+    [[nodiscard]] std::optional<std::string> of(Value resource);
+
+ private:
+    [[nodiscard]] std::optional<std::string> compute(Value resource);
+    [[nodiscard]] std::string bodyDigest(const SourceObject& stream);
+
+    ObjectReader& reader_;
+    std::map<std::uint32_t, std::optional<std::string>> digests_;  // of objects
+    std::map<std::uint32_t, std::string> bodies_;                  // of streams
+    WorkBudget graphs_;
+    WorkBudget bodyBytes_;  // bodies do not overlap, so together they fit the file
+};
+
+}  // namespace quirebind

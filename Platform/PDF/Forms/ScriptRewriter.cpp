@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/PDF/Forms/ScriptRewriter.h"
+
+#include <cstddef>
+#include <cstdint>
+
+#include "Platform/PDF/DamagedDocument.h"
+#include "Platform/PDF/Forms/ScriptNames.h"
+#include "Platform/PDF/Limits.h"
+#include "Platform/PDF/PDFString.h"
+#include "Platform/PDF/StreamDecoder.h"
+#include "Platform/PDF/TextString.h"
+
+namespace quirebind {
+
+ScriptRewriter::ScriptRewriter(ObjectReader& reader, const FieldRenames& renames)
+    : reader_(reader), renames_(renames), budget_(limits::kScripts) {}
+
+void ScriptRewriter::rewrite(Value value, MappedText& text, ByteBuffer& out) {
+    if (isString(value) && !renames_.empty()) {
+        if (const auto script = renamed(stringBytes(value))) {
+            out.append(*script);
+            text.skipTo(text.endOf(value));
+        }
+    }
+    text.copyTo(text.endOf(value), Role::script, out);
+}
+
+/// A script that cannot be read stays as it is: no page needs it.
+std::optional<std::string> ScriptRewriter::replaceStream(const SourceObject& stream) {
+    if (renames_.empty()) return std::nullopt;
+    try {
+        return renamed(decode(stream));
+    } catch (const DamagedDocument&) {
+        if (reader_.isExhausted()) throw;
+        return std::nullopt;
+    }
+}
+
+std::string ScriptRewriter::decode(const SourceObject& stream) {
+    const std::uint64_t length = reader_.bodyLength(stream);
+    budget_.spend(length);
+    const auto resolve = [this](Value value) { return reader_.resolve(value); };
+    std::string body;
+    if (reader_.isEncrypted()) {
+        body = reader_.decryptedBody(stream, length, StreamFilters(stream.value, resolve));
+    } else {
+        body.resize(static_cast<std::size_t>(length));
+        reader_.image().copy(stream.bodyOffset, body);
+    }
+    Decoded decoded = decodeStream(stream.value, body, resolve, budget_);
+    if (decoded.status != DecodeStatus::complete) throw DamagedDocument("a script is cut off");
+    return std::move(decoded.bytes);
+}
+
+std::optional<std::string> ScriptRewriter::renamed(std::string_view bytes) const {
+    const auto script = renameFieldsInScript(textOf(bytes), renames_);
+    if (!script) return std::nullopt;
+    std::string text;
+    appendLiteralString(textStringOf(*script), text);
+    return text;
+}
+
+}  // namespace quirebind
