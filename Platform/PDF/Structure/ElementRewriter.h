@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "Platform/PDF/EntryRewriter.h"
+#include "Platform/PDF/Limits.h"
+#include "Platform/PDF/ObjectCopier.h"
+#include "Platform/PDF/ObjectRewriter.h"
+#include "Platform/PDF/Structure/ContentItems.h"
+#include "Platform/PDF/Structure/ElementCopies.h"
+#include "Platform/PDF/Structure/ElementIDs.h"
+#include "Platform/PDF/Structure/ElementSelection.h"
+#include "Platform/PDF/Structure/StructureNames.h"
+
+namespace quirebind {
+
+/// Writes the structure elements of one source (ISO 32000-2, 14.7.2, table 355), with the names and
+/// identifiers that the output has for theirs. An element's parent is the one that lists it.
+class ElementRewriter : public ObjectRewriter {
+ public:
+    /// What the elements of one source have in common. All must outlive this.
+    struct Context {
+        ObjectCopier& copier;
+        ElementCopies& copies;
+        const ContentItems& items;
+        StructureTypes& types;
+        AttributeClasses& classes;
+        SourceIDs& ids;
+        std::uint32_t root;    ///< Of the output.
+        std::string language;  ///< The bytes of the source's own /Lang.
+    };
+
+    explicit ElementRewriter(Context context) : context_(std::move(context)) {}
+
+    /// From now on only what is selected is written.
+    void restrictTo(const ElementSelection& selection) { selection_ = &selection; }
+
+    /// References to the copies of the elements that the source's root lists. They are queued.
+    [[nodiscard]] std::string topElements(Value root);
+
+    /// Writes the elements found so far that stand in others directly; false where there are none.
+    bool writeDirect();
+
+    /// Something in the structure tree that is an object.
+    void rewrite(Value value, MappedText& text, ByteBuffer& out) override;
+
+ private:
+    /// An element being written.
+    struct Element {
+        std::uint32_t number = 0;
+        std::uint32_t parent = 0;
+        int depth = 0;
+        ElementPlace place;
+        std::string_view text;  ///< What offsets count from.
+        ElementSelection::Verdict verdict;
+        bool hasNamespace = false;
+    };
+
+    [[nodiscard]] ElementSelection::Verdict verdictOf(const ElementPlace& place) const;
+    void write(Value value, Element element, MappedText& text, ByteBuffer& out);
+    void writeEntry(const DictionaryEntry& entry, const Element& element, EntryRewriter& entries,
+                    MappedText& text, ByteBuffer& out);
+    void writeType(Value type, const Element& element, EntryRewriter& entries);
+    void writeID(Value id, const Element& element, EntryRewriter& entries);
+    void writeReferences(Value references, EntryRewriter& entries);
+    void writeClasses(Value classes, EntryRewriter& entries);
+    void writeKids(Value kids, const Element& element, EntryRewriter& entries);
+    void appendKids(Value kids, const Element& element, ByteBuffer& out);
+    void appendKid(Value kid, const Element& element, ByteBuffer& out);
+    [[nodiscard]] Value inlined(Value value);
+
+    Context context_;
+    const ElementSelection* selection_ = nullptr;
+    ByteBuffer kids_;
+    WorkBudget room_{limits::kSharedInStructure};  // for what many elements share
+};
+
+}  // namespace quirebind

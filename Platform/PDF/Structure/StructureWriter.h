@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Platform/PDF/DocumentWriter.h"
+#include "Platform/PDF/Structure/ElementIDs.h"
+#include "Platform/PDF/Structure/ParentTreeWriter.h"
+#include "Platform/PDF/Structure/SharedNames.h"
+#include "Platform/PDF/Structure/StructureKeys.h"
+
+namespace quirebind {
+
+/// Joins the logical structures of the sources below one root (ISO 32000-2, 14.7.2, table 354):
+///
+///     << /Type /StructTreeRoot
+///        /K [top elements of the first source, of the second ...]
+///        /ParentTree ... /ParentTreeNextKey n
+///        /IDTree ... /RoleMap << ... >> /ClassMap << ... >> /Namespaces [...] >>
+class StructureWriter {
+ public:
+    /// The number of the root.
+    [[nodiscard]] std::uint32_t root(DocumentWriter& writer);
+
+    /// Opens a place for the top elements of another source; gives how many sources there are.
+    [[nodiscard]] std::size_t addSource();
+    /// Sets the top elements of that source: references.
+    void setTopElements(std::size_t source, std::string references) {
+        topElements_[source - 1] = std::move(references);
+    }
+
+    /// The namespace of the output that `text`, which refers to nothing, describes; nothing yet
+    /// where no source had it.
+    [[nodiscard]] std::optional<std::uint32_t> namespaceLike(std::string_view text) const;
+    /// Adds a namespace; `text` is empty where it refers to others and so is like none.
+    void addNamespace(std::uint32_t number, std::string_view text);
+
+    [[nodiscard]] ElementIDs& ids() { return ids_; }
+    [[nodiscard]] SharedNames& types() { return types_; }      ///< Defined by other types.
+    [[nodiscard]] SharedNames& classes() { return classes_; }  ///< Defined by attributes.
+    [[nodiscard]] ParentTreeWriter& parentTree() { return parentTree_; }
+
+    /// Writes the root, and what stands below it but the elements; gives its number, nothing where
+    /// no source has structure.
+    [[nodiscard]] std::optional<std::uint32_t> finish(DocumentWriter& writer,
+                                                      const StructureKeyCounter& keys);
+
+ private:
+    [[nodiscard]] bool isEmpty() const;
+    void appendTopElements(ByteBuffer& out) const;
+    void appendNamespaces(ByteBuffer& out) const;
+
+    std::uint32_t root_ = 0;
+    std::vector<std::string> topElements_;  // by source
+    std::vector<std::uint32_t> namespaces_;
+    std::map<std::string, std::uint32_t, std::less<>> namespacesByText_;
+    ElementIDs ids_;
+    SharedNames types_;
+    SharedNames classes_;
+    ParentTreeWriter parentTree_;
+};
+
+}  // namespace quirebind
