@@ -26,26 +26,20 @@ Value directOnly(Value value) {
     return value.reference() ? Value() : value;
 }
 
-/// The text of the dictionary at `offset`, with as much of the file fetched as it takes.
-std::string readDictionary(SourceImage& image, std::uint64_t offset, WorkBudget& budget) {
-    std::size_t length = 1024;
-    for (;;) {
-        const std::string_view text = image.view(offset, length);
-        const bool isWhole = offset + text.size() >= image.size();
-        const Extent extent = scanValue(text, 0);
-        budget.spend(extent.looked);
-        if (extent.isValue() && extent.in(text).starts_with("<<"))
-            return std::string(extent.in(text));
-        if (isWhole) throw DamagedDocument("no trailer dictionary");
-        length = 2 * text.size();
-    }
-}
-
 /// The offset under `key`, where there is one. Some writers put 0 for none.
 std::optional<std::uint64_t> offsetUnder(Value trailer, std::string_view key) {
     const auto offset = trailer.find(key).integer();
     if (!offset || *offset <= 0) return std::nullopt;
     return static_cast<std::uint64_t>(*offset);
+}
+
+/// Whether an object begins somewhere in `text`.
+bool hasObject(std::string_view text) {
+    constexpr std::string_view kBehindNumber = " obj";
+    for (std::size_t at = text.find(kBehindNumber); at != std::string_view::npos;
+         at = text.find(kBehindNumber, at + 1))
+        if (at > 0 && isDigit(text[at - 1])) return true;
+    return false;
 }
 
 /// The columns of a cross-reference stream's rows: widths in bytes (ISO 32000-2, table 17).
@@ -92,6 +86,20 @@ ObjectLocation parseRow(std::string_view row, const RowFormat& format) {
 }
 
 }  // namespace
+
+std::string readTrailerDictionary(SourceImage& image, std::uint64_t offset, WorkBudget& budget) {
+    std::size_t length = 1024;
+    for (;;) {
+        const std::string_view text = image.view(offset, length);
+        const bool isWhole = offset + text.size() >= image.size();
+        const Extent extent = scanValue(text, 0);
+        budget.spend(extent.looked);
+        if (extent.isValue() && extent.in(text).starts_with("<<"))
+            return std::string(extent.in(text));
+        if (isWhole || extent.looked < text.size()) throw DamagedDocument("no trailer dictionary");
+        length = 2 * text.size();
+    }
+}
 
 /// Reads a classic table token by token, fetching the file as it goes.
 class TableCursor {
@@ -188,6 +196,9 @@ std::uint64_t CrossReferenceReader::startOffset() {
     at = skipWhite(text, at + kKeyword.size());
     std::uint64_t offset = 0;
     if (!readUnsigned(text, at, offset)) throw DamagedDocument("startxref without an offset");
+    // A short one is overlooked, by all readers: the revision before it is sound.
+    if (text.size() - at > limits::kUsualTail && hasObject(text.substr(at)))
+        throw DamagedDocument("a revision without a cross-reference section");
     return offset;
 }
 
@@ -201,7 +212,7 @@ std::string CrossReferenceReader::readTable(std::uint64_t offset) {
     TableCursor cursor(image_, offset, budget_);
     std::vector<std::uint64_t> freed;
     while (!cursor.keyword("trailer")) readSubsection(cursor, freed);
-    std::string trailer = readDictionary(image_, cursor.offset(), budget_);
+    std::string trailer = readTrailerDictionary(image_, cursor.offset(), budget_);
     // What a hybrid file hides from old readers it lists as free in the table and again in the
     // stream, so the stream comes first.
     if (const auto stream = offsetUnder(Value(trailer), "XRefStm"))
@@ -247,16 +258,23 @@ std::string CrossReferenceReader::readStream(std::uint64_t offset) {
         streamBodyLength(image_, begin, trailer.find("Length").integer(), budget_));
     const std::string_view body = image_.view(begin, length).substr(0, length);
     const Decoded rows = decodeStream(trailer, body, directOnly, budget_);
-    if (rows.status != DecodeStatus::complete)
+    if (rows.status == DecodeStatus::tooLarge)
         throw DamagedDocument("a cross-reference stream cannot be decoded");
-    addRows(rows.bytes, trailer);
+    const bool allPromised = addRows(rows.bytes, trailer);
+    // A wrong checksum does no harm; rows that are missing would make objects disappear.
+    if (rows.status != DecodeStatus::complete && !allPromised)
+        throw DamagedDocument("a cross-reference stream cannot be decoded");
     return dictionary;
 }
 
-void CrossReferenceReader::addRows(std::string_view rows, Value dictionary) {
+/// False where there are fewer rows than the dictionary promises.
+bool CrossReferenceReader::addRows(std::string_view rows, Value dictionary) {
     const RowFormat format = rowFormat(dictionary.find("W"));
+    bool complete = true;
     const auto addRun = [&](std::int64_t first, std::int64_t count) {
-        for (std::int64_t i = 0; i < count && rows.size() >= format.size; ++i) {
+        for (std::int64_t i = 0; i < count; ++i) {
+            complete = rows.size() >= format.size;
+            if (!complete) return;
             result_.table.add(static_cast<std::uint64_t>(first) + static_cast<std::uint64_t>(i),
                               parseRow(rows.substr(0, format.size), format));
             rows.remove_prefix(format.size);
@@ -266,7 +284,7 @@ void CrossReferenceReader::addRows(std::string_view rows, Value dictionary) {
     if (!index.isArray()) {
         const auto size = dictionary.find("Size").integer();
         addRun(0, size.value_or(static_cast<std::int64_t>(rows.size() / format.size)));
-        return;
+        return complete;
     }
     ArrayReader reader(index);
     while (const auto first = reader.next()) {
@@ -276,6 +294,7 @@ void CrossReferenceReader::addRows(std::string_view rows, Value dictionary) {
             throw DamagedDocument("a cross-reference stream with a broken /Index");
         addRun(*number, *count);
     }
+    return complete;
 }
 
 }  // namespace quirebind

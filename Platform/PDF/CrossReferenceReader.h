@@ -48,19 +48,29 @@ class CrossReferenceReader {
 
     [[nodiscard]] CrossReference read();
 
+    /// Reads the one section at `offset` into the table, and nothing that it points to but its
+    /// /XRefStm; gives its trailer dictionary. For files of which only some sections can be read;
+    /// of a section that is broken the table then has what came before the break.
+    std::string readSection(std::uint64_t offset);
+    [[nodiscard]] const ObjectTable& table() const { return result_.table; }
+
  private:
     [[nodiscard]] std::uint64_t startOffset();
     /// Each of these reads the section at `offset` and returns its trailer dictionary.
-    std::string readSection(std::uint64_t offset);
     std::string readTable(std::uint64_t offset);
     std::string readStream(std::uint64_t offset);
     void readSubsection(TableCursor& cursor, std::vector<std::uint64_t>& freed);
-    void addRows(std::string_view rows, Value dictionary);
+    bool addRows(std::string_view rows, Value dictionary);
 
     SourceImage& image_;
     WorkBudget budget_;
     CrossReference result_;
     std::set<std::uint64_t> visited_;
 };
+
+/// The text of the dictionary at `offset`, with as much of the file fetched as it takes. Throws
+/// DamagedDocument where there is none.
+[[nodiscard]] std::string readTrailerDictionary(SourceImage& image, std::uint64_t offset,
+                                                WorkBudget& budget);
 
 }  // namespace quirebind

@@ -31,19 +31,31 @@ std::uint32_t DocumentWriter::reserve() {
 
 ByteBuffer& DocumentWriter::beginObject(std::uint32_t number, bool packed) {
     packing_ = packed;
-    if (!packed) {
+    if (packed) {
+        packs_ = true;
+        if (packer_.empty()) packerNumber_ = reserve();
+        locations_[number] = OutputLocation::inStream(packerNumber_, packer_.add(number));
+    } else {
         locations_[number] = OutputLocation::inFile(out_.size());
         out_.append(std::uint64_t{number});
         out_.append(" 0 obj\n");
-        return out_;
     }
-    packs_ = true;
-    if (packer_.empty()) packerNumber_ = reserve();
-    locations_[number] = OutputLocation::inStream(packerNumber_, packer_.add(number));
-    return packer_.values();
+    open_ = number;
+    ByteBuffer& buffer = packed ? packer_.values() : out_;
+    begun_ = buffer.size();
+    return buffer;
+}
+
+void DocumentWriter::writeNull(std::uint32_t number) {
+    if (open_ != number) (void)beginObject(number, packs_);
+    ByteBuffer& buffer = packing_ ? packer_.values() : out_;
+    buffer.shrink(begun_);
+    buffer.append("null");
+    endObject();
 }
 
 void DocumentWriter::endObject() {
+    open_ = 0;
     if (!packing_)
         out_.append(kEndObject);
     else if (packer_.full())
@@ -61,12 +73,14 @@ std::span<char> DocumentWriter::streamBody(std::size_t length) {
 
 void DocumentWriter::endStream() {
     out_.append("\nendstream\nendobj\n");
+    open_ = 0;
 }
 
 void DocumentWriter::flushPacker() {
     if (packer_.empty()) return;
     packer_.writeTo(beginObject(packerNumber_, false), encoder_);
     out_.append(kEndObject);
+    open_ = 0;
 }
 
 ByteBuffer DocumentWriter::finish(std::uint32_t root, Version version) {

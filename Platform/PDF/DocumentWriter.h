@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -40,6 +41,9 @@ class DocumentWriter {
     [[nodiscard]] ByteBuffer& beginObject(std::uint32_t number, bool packed);
     void endObject();
 
+    /// Writes null as object `number`. If it was begun, what was written of it is taken back.
+    void writeNull(std::uint32_t number);
+
     /// Begins a stream object; its dictionary, with the right /Length, is to be appended to what is
     /// returned.
     [[nodiscard]] ByteBuffer& beginStream(std::uint32_t number);
@@ -62,7 +66,9 @@ class DocumentWriter {
     ObjectPacker packer_;
     FlateEncoder encoder_;
     std::uint32_t packerNumber_ = 0;  // of the object stream being collected
-    bool packing_ = false;            // the object begun is a packed one
+    std::uint32_t open_ = 0;          // the object that is begun and not ended
+    std::size_t begun_ = 0;           // where its value begins
+    bool packing_ = false;            // it is a packed one
     bool packs_ = false;
 };
 

@@ -3,30 +3,117 @@
 
 #include "Platform/PDF/ImportSession.h"
 
-namespace quirebind {
+#include <utility>
 
-ImportSession::ImportSession(SourceDocument& source, DocumentWriter& writer)
+#include "Platform/PDF/Articles/ArticleImport.h"
+#include "Platform/PDF/Forms/FormImport.h"
+#include "Platform/PDF/Layers/LayerImport.h"
+#include "Platform/PDF/Structure/Marking.h"
+#include "Platform/PDF/Structure/StructureImport.h"
+
+namespace quirebind {
+namespace {
+
+/// Reserves numbers that follow one another; gives the first.
+std::uint32_t reserve(DocumentWriter& writer, std::size_t count) {
+    std::uint32_t first = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::uint32_t number = writer.reserve();
+        if (i == 0) first = number;
+    }
+    return first;
+}
+
+}  // namespace
+
+ImportSession::ImportSession(SourceDocument& source, OutputParts& output)
     : serial_(source.serial()),
-      copier_(source.reader(), writer),
+      copier_(source.reader(), output.writer, output.structureKeys),
       pages_(source.pageTree(), copier_),
-      inserted_(source.pageTree().pages().size()) {
+      copies_(copier_.map(), reserve(output.writer, source.pageTree().pages().size()),
+              source.pageTree().pages().size()),
+      names_(source.reader(), source.catalog()),
+      destinations_(source.reader(), names_, copies_),
+      annotations_(copier_, destinations_, copies_),
+      actions_(copier_, destinations_, source.catalog()),
+      additionalActions_(copier_),
+      fields_(copier_, formChanges_),
+      fieldNames_(copier_, formChanges_.names),
+      scripts_(copier_.reader(), formChanges_.names),
+      inserted_(source.pageTree().pages().size()),
+      toInsert_(inserted_.size()) {
+    copier_.setRewriter(Role::annotation, annotations_);
+    copier_.setRewriter(Role::action, actions_);
+    copier_.setRewriter(Role::additionalActions, additionalActions_);
+    copier_.setRewriter(Role::fieldNames, fieldNames_);
+    copier_.setRewriter(Role::script, scripts_);
+
     ReferenceMap& map = copier_.map();
     for (const std::uint32_t object : source.documentObjects()) map.assignNull(object);
     for (const PageTree::Node& node : source.pageTree().nodes()) map.assignNull(node.object);
-    for (const PageTree::Page& page : source.pageTree().pages()) {
-        const std::uint32_t number = writer.reserve();
-        if (firstPage_ == 0) firstPage_ = number;
-        // A page that the tree lists twice is two pages; references lead to the first.
-        if (!map.isAssigned(page.object)) map.assign(page.object, number);
+    const std::vector<PageTree::Page>& pages = source.pageTree().pages();
+    for (std::size_t i = 0; i < pages.size(); ++i) {
+        const std::uint32_t object = pages[i].object;
+        // Nothing can refer to a page that is no object. One that the tree lists twice is two
+        // pages; references lead to the first.
+        if (object != 0 && !map.isAssigned(object)) map.assign(object, copies_.ofIndex(i));
     }
+
+    const Value catalog = source.catalog();
+    if (!catalog.find("OCProperties").isNull())
+        parts_.push_back(std::make_unique<LayerImport>(copier_, catalog, output.layers));
+    if (!catalog.find("Threads").isNull())
+        parts_.push_back(std::make_unique<ArticleImport>(copier_, catalog, output.threads));
+    if (!catalog.find("AcroForm").isNull()) {
+        parts_.push_back(
+            std::make_unique<FormImport>(copier_, copies_, catalog, output.forms, formChanges_));
+        annotations_.setFieldRewriter(fields_);
+    }
+    output.outputIntents.add(source.reader(), catalog);
+    addStructure(catalog, output);
+}
+
+/// The last of the parts, since elements refer to what the others copy. What has lost its structure
+/// is not tagged.
+void ImportSession::addStructure(Value catalog, OutputParts& output) {
+    Marking marking = readMarking(catalog, copier_.reader());
+    if (!catalog.find("StructTreeRoot").isNull()) {
+        auto structure =
+            StructureImport::open(copier_, catalog, {.copies = copies_, .inserted = inserted_},
+                                  marking.language, output.structure);
+        if (structure)
+            parts_.push_back(std::move(structure));
+        else
+            marking.isMarked = false;
+    }
+    output.marking.add(marking);
 }
 
 std::uint32_t ImportSession::insertPage(std::size_t index, std::uint32_t parent) {
-    const std::uint32_t number = firstPage_ + static_cast<std::uint32_t>(index);
+    const std::uint32_t number = copies_.ofIndex(index);
     inserted_[index] = true;
     pages_.write(index, number, parent);
-    copier_.copyPending();
+    copier_.copyPending(ObjectCopier::Damage::refused);
+    if (--toInsert_ == 0) end();
     return number;
+}
+
+void ImportSession::end() {
+    if (failure_) std::rethrow_exception(failure_);
+    if (!std::exchange(open_, false)) return;
+    copier_.map().bypassLostObjects();
+    for (const auto& part : parts_) {
+        part->finish();
+        copier_.copyPending(ObjectCopier::Damage::bypassed);
+    }
+}
+
+void ImportSession::sourceWillClose() noexcept {
+    try {
+        end();
+    } catch (...) {  // for the next one who asks
+        failure_ = std::current_exception();
+    }
 }
 
 }  // namespace quirebind

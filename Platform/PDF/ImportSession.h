@@ -4,9 +4,22 @@
 #pragma once
 
 #include <cstdint>
+#include <exception>
+#include <memory>
 #include <vector>
 
+#include "Platform/PDF/Annotations/AnnotationRewriter.h"
+#include "Platform/PDF/DocumentPart.h"
+#include "Platform/PDF/Forms/FieldNamesRewriter.h"
+#include "Platform/PDF/Forms/FieldRewriter.h"
+#include "Platform/PDF/Forms/FormChanges.h"
+#include "Platform/PDF/Forms/ScriptRewriter.h"
+#include "Platform/PDF/Links/ActionRewriter.h"
+#include "Platform/PDF/Links/Destinations.h"
+#include "Platform/PDF/Links/NamedDestinations.h"
+#include "Platform/PDF/Links/PageCopies.h"
 #include "Platform/PDF/ObjectCopier.h"
+#include "Platform/PDF/OutputParts.h"
 #include "Platform/PDF/PageRewriter.h"
 #include "Platform/PDF/SourceDocument.h"
 
@@ -18,11 +31,12 @@ namespace quirebind {
 /// means null. Nodes of the page tree and what else stands for the source as a whole become null,
 /// so that no page brings the document along.
 ///
-/// It lasts until the source closes or the output is completed.
+/// When the last page is inserted, the source closes or the output is completed, what the pages
+/// share is added to the output and the session ends.
 class ImportSession : public SourceObserver {
  public:
-    /// `source` and `writer` must outlive the session's last use; `sourceWillClose` ends that.
-    ImportSession(SourceDocument& source, DocumentWriter& writer);
+    /// Both must live as long as the session is open.
+    ImportSession(SourceDocument& source, OutputParts& output);
 
     [[nodiscard]] std::uint64_t serial() const { return serial_; }
     [[nodiscard]] bool isOpen() const { return open_; }
@@ -32,16 +46,33 @@ class ImportSession : public SourceObserver {
     /// number of the new page. Throws DamagedDocument where the source is damaged.
     [[nodiscard]] std::uint32_t insertPage(std::size_t index, std::uint32_t parent);
 
-    void close() noexcept { open_ = false; }
-    void sourceWillClose() noexcept override { close(); }
+    /// Ends the session unless it has ended. Throws DamagedDocument where the source is damaged,
+    /// also if that came out when the source closed.
+    void end();
+
+    void sourceWillClose() noexcept override;
 
  private:
+    void addStructure(Value catalog, OutputParts& output);
+
     std::uint64_t serial_;
     bool open_ = true;
+    std::exception_ptr failure_;
     ObjectCopier copier_;
     PageRewriter pages_;
-    std::uint32_t firstPage_ = 0;  // the copies' numbers follow one another
+    PageCopies copies_;
+    NamedDestinations names_;
+    Destinations destinations_;
+    AnnotationRewriter annotations_;
+    ActionRewriter actions_;
+    AdditionalActionsRewriter additionalActions_;
+    FormChanges formChanges_;
+    FieldRewriter fields_;
+    FieldNamesRewriter fieldNames_;
+    ScriptRewriter scripts_;
+    std::vector<std::unique_ptr<DocumentPart>> parts_;
     std::vector<bool> inserted_;
+    std::size_t toInsert_;
 };
 
 }  // namespace quirebind

@@ -28,6 +28,16 @@ std::optional<std::size_t> bodyBegin(std::string_view text, std::size_t at, bool
     return at;
 }
 
+/// Whether `extent` is no whole value: a number or a word at the end of the text may have gone on,
+/// and a number may belong to the next object, as in "1 0 obj 2 0 obj".
+bool isCutOff(std::string_view text, const Extent& extent) {
+    const std::string_view value = extent.in(text);
+    if (value.empty()) return !text.substr(skipWhite(text, extent.end)).starts_with("endobj");
+    if (extent.end == text.size() && isRegular(value.back())) return true;
+    std::size_t at = extent.begin;
+    return isDigit(value[0]) && parseObjectHeader(text, at);
+}
+
 }  // namespace
 
 std::optional<Reference> parseObjectHeader(std::string_view text, std::size_t& at) {
@@ -53,7 +63,7 @@ std::optional<IndirectObject> parseIndirectObject(std::string_view text, bool is
     object.id = *id;
 
     const Extent extent = scanValue(text, at, references);
-    if (!extent.isValue()) return std::nullopt;
+    if (!extent.isValue() || isCutOff(text, extent)) return std::nullopt;
     object.value = Value(extent.in(text));
     object.end = extent.end;
     const std::size_t keyword = skipWhite(text, extent.end);
@@ -67,7 +77,8 @@ std::optional<IndirectObject> parseIndirectObject(std::string_view text, bool is
         object.end = *body;
         return object;
     }
-    // A missing endobj: the value is complete all the same.
+    // A missing endobj: the value is complete all the same, unless it is half of a stream.
+    if (!object.value.find("Length").isNull()) return std::nullopt;
     if (isWhole || rest.size() >= kLongestKeyword) return object;
     return std::nullopt;
 }

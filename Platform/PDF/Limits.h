@@ -31,6 +31,57 @@ inline constexpr std::uint64_t kBytesPerPage = 4;
 /// Cross-reference sections (one for each incremental update, two when linearized).
 inline constexpr std::size_t kCrossReferenceSections = 65536;
 
+/// Bytes of the references to the nodes of one name tree or number tree, and of the nodes that
+/// stand in their parents directly, which no real tree does.
+inline constexpr std::uint64_t kTreeNodes = std::uint64_t{64} << 20U;
+
+/// Output intents of a document, and bytes of the colour profile of one. The largest that are used
+/// have a few megabytes; until all sources are known to agree, they are held in memory.
+inline constexpr std::size_t kOutputIntents = 16;
+inline constexpr std::uint64_t kColourProfile = std::uint64_t{16} << 20U;
+
+/// Links on a page that are shown as such. Maps and parts lists have thousands.
+inline constexpr std::size_t kShownLinks = 100'000;
+
+/// Bytes written for the order in which one source's layers are listed, counting what stands inside
+/// arrays once for each of them.
+inline constexpr std::uint64_t kLayerOrder = std::uint64_t{64} << 20U;
+
+/// Bytes that the structure elements of one source may take from objects that several of them share
+/// and write each for itself, and the same for its attribute classes.
+inline constexpr std::uint64_t kSharedInStructure = std::uint64_t{64} << 20U;
+
+/// How deep structure elements may stand in one another directly. They never should: nothing could
+/// refer to them.
+inline constexpr int kNestedElements = 32;
+
+/// How deep direct actions may stand in one another, as the /Next of the one before.
+inline constexpr int kNestedActions = 64;
+
+/// How deep the trees of fields may be. Real ones stay below 20.
+inline constexpr std::size_t kFieldTreeDepth = 64;
+
+/// How deep direct fields may stand in one another, as the /Kids of their parent.
+inline constexpr int kNestedFields = 64;
+
+/// How far up the parents of a field are asked for what it inherits.
+inline constexpr int kFieldParents = 32;
+
+/// The longest default appearance of a form that its fields get when it can no longer be said for
+/// all of them together. Real ones have some 20 bytes.
+inline constexpr std::size_t kDefaultAppearance = 256;
+
+/// Work, in bytes looked at, for telling whether a default resource of a form is the same as
+/// another: for one, and for all of a source. Beyond that it counts as different from all others.
+inline constexpr std::uint64_t kComparedResource = std::uint64_t{1} << 20U;
+inline constexpr std::uint64_t kComparedResources = std::uint64_t{32} << 20U;
+
+/// Bytes of the default resources of one source's form, without what they refer to.
+inline constexpr std::uint64_t kFormResources = std::uint64_t{2} << 20U;
+
+/// Decoded bytes of the scripts of one source in which names of fields are replaced.
+inline constexpr std::uint64_t kScripts = std::uint64_t{64} << 20U;
+
 /// The largest object number (ISO 32000-2, annex C speaks of 8,388,607; files exceed it).
 inline constexpr std::uint64_t kObjectNumber = 0x7fffffff;
 
@@ -65,6 +116,22 @@ inline constexpr std::size_t kJunkBeforeHeader = 1024;
 
 /// How far before the end of the file "startxref" is looked for.
 inline constexpr std::size_t kTail = 4096;
+
+/// How far other readers look. A revision of that length without a section of its own goes
+/// unnoticed.
+inline constexpr std::size_t kUsualTail = 1024;
+
+/// Bytes looked at in scanning a damaged file for its objects. One pass needs about two for each
+/// byte of the file; the rest is for broken objects, of which the end has to be looked for.
+inline constexpr std::uint64_t kScanTotal = std::uint64_t{64} << 20U;
+inline constexpr std::uint64_t kScanPerByte = 8;
+
+/// Objects that such a scan finds, counting each definition. Real files of gigabytes have a few
+/// million.
+inline constexpr std::size_t kScannedObjects = std::size_t{1} << 24U;
+
+/// The longest object that such a scan recognises, without the body of a stream.
+inline constexpr std::size_t kScannedValue = std::size_t{16} << 20U;
 
 /// What a source may keep in memory of its file and of its decoded object streams, each.
 inline constexpr std::size_t kResidentBytes = std::size_t{16} << 20U;

@@ -8,6 +8,9 @@
 
 #include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/Limits.h"
+#include "Platform/PDF/Recovery/FileScanner.h"
+#include "Platform/PDF/Recovery/SyntaxCheck.h"
+#include "Platform/PDF/Recovery/TableRebuild.h"
 #include "Platform/PDF/StreamBody.h"
 #include "Platform/PDF/StreamDecoder.h"
 
@@ -16,6 +19,13 @@ namespace {
 
 /// How much of the file is looked at first for an object: most are smaller.
 constexpr std::size_t kFirstLook = 1024;
+
+/// Whether `offset` is behind the first digit of a number, so that the 2 there may be that of 12.
+bool beginsInsideNumber(SourceImage& image, std::uint64_t offset) {
+    if (offset == 0) return false;
+    const std::string_view text = image.view(offset - 1, 2);
+    return text.size() > 1 && isDigit(text[0]) && isDigit(text[1]);
+}
 
 }  // namespace
 
@@ -40,9 +50,20 @@ ObjectReader::ObjectReader(SourceImage image, ObjectTable table)
     : image_(std::move(image)),
       table_(std::move(table)),
       syntax_(limits::kSyntaxTotal + limits::kSyntaxPerByte * image_.size()),
-      decoding_(limits::kDecodedTotal + limits::kDecodedPerByte * image_.size()) {}
+      decoding_(limits::kDecodedTotal + limits::kDecodedPerByte * image_.size()),
+      roomForDecrypted_(sizeDecrypted()) {}
 
 bool ObjectReader::exists(Reference reference) {
+    if (isListed(reference)) return true;
+    if (isLost(reference)) throw DamagedDocument("an object that the file has lost");
+    return false;
+}
+
+bool ObjectReader::isLost(Reference reference) {
+    return lost_ && !isListed(reference) && lost_->include(reference, image_);
+}
+
+bool ObjectReader::isListed(Reference reference) {
     const ObjectLocation location = table_.find(reference.number);
     switch (location.kind) {
         case ObjectLocation::Kind::inFile:
@@ -73,31 +94,110 @@ bool ObjectReader::isAbsent(Value value) {
 
 SourceObject ObjectReader::read(std::uint32_t number, std::vector<FoundReference>* references) {
     if (references != nullptr) references->clear();
-    const ObjectLocation location = table_.find(number);
-    switch (location.kind) {
+    SourceObject object;
+    object.number = number;
+    switch (table_.find(number).kind) {
         case ObjectLocation::Kind::inFile:
-            return readFromFile(number, location.position, references);
+            object = readInFile(number, references);
+            break;
         case ObjectLocation::Kind::inStream:
-            return readFromStream(number, location, references);
+            object = readPacked(number, references);
+            break;
         case ObjectLocation::Kind::unlisted:
         case ObjectLocation::Kind::free:
             break;
     }
-    SourceObject null;
-    null.number = number;
-    return null;
+    if (lost_ && !hasSoundDictionaries(object.value.text()))
+        throw DamagedDocument("an object with a broken dictionary");
+    return object;
+}
+
+SourceObject ObjectReader::readPacked(std::uint32_t number,
+                                      std::vector<FoundReference>* references) {
+    try {
+        return readFromStream(number, table_.find(number), references);
+    } catch (const DamagedDocument&) {
+        if (!mend(number)) throw;
+    }
+    return readInFile(number, references);
+}
+
+/// The object, which is listed as one of the file itself.
+SourceObject ObjectReader::readInFile(std::uint32_t number,
+                                      std::vector<FoundReference>* references) {
+    try {
+        return readFromFile(number, table_.find(number).position, references);
+    } catch (const DamagedDocument&) {
+        if (!mend(number)) throw;
+    }
+    return readFromFile(number, table_.find(number).position, references);
+}
+
+/// Lists the object where it really is. False where it is nowhere, or where the table says.
+bool ObjectReader::mend(std::uint32_t number) {
+    if (!mends_) return false;
+    if (!found_) {
+        found_.emplace(image_.size());  // stays empty where the scan fails
+        found_ = tableOfFile(FileScanner(image_).scan(), image_.size());
+    }
+    const ObjectLocation listed = table_.find(number);
+    const ObjectLocation found = found_->find(number);
+    if (found.kind != ObjectLocation::Kind::inFile) return false;
+    if (listed.kind == found.kind && listed.position == found.position) return false;
+    table_.replace(number, found);
+    return true;
 }
 
 SourceObject ObjectReader::readFromFile(std::uint32_t number, std::uint64_t offset,
                                         std::vector<FoundReference>* references) {
     const IndirectObject found = readIndirectObject(image_, offset, syntax_, references);
-    if (found.id.number != number) throw DamagedDocument("another object than the table says");
+    if (found.id.number != number || beginsInsideNumber(image_, offset))
+        throw DamagedDocument("another object than the table says");
     SourceObject object;
     object.number = number;
     object.value = found.value;
     object.isStream = found.isStream;
     object.bodyOffset = offset + found.end;
+    object.generation = found.id.generation;
+    if (decryptor_) decryptStrings(object, references);
     return object;
+}
+
+void ObjectReader::decryptStrings(SourceObject& object, std::vector<FoundReference>* references) {
+    if (object.isStream && isCrossReferenceStream(object.value)) return;
+    auto held = decrypted_.find(object.number);
+    if (held == decrypted_.end()) {
+        // To set up a cipher for an object takes as long as to go over so many bytes.
+        constexpr std::uint64_t kCipherSetup = 256;
+        syntax_.spend(object.value.text().size() + kCipherSetup);
+        auto text = decryptor_->decryptStrings(object.value, {object.number, object.generation});
+        if (!text) return;
+        roomForDecrypted_.spend(text->size());
+        held = decrypted_.emplace(object.number, std::move(*text)).first;
+    }
+    object.value = Value(held->second);
+    if (references != nullptr) references->clear();
+    (void)scanValue(held->second, 0, references);  // only the strings are others now
+}
+
+/// How much may be held of what was decrypted: more than a file has, even if every byte is escaped.
+std::uint64_t ObjectReader::sizeDecrypted() const {
+    return limits::kResidentBytes + 2 * image_.size();
+}
+
+void ObjectReader::decryptWith(Decryptor decryptor) {
+    decryptor_ = std::make_unique<const Decryptor>(std::move(decryptor));
+    streams_.clear();
+    recent_.clear();
+    streamsCost_ = 0;
+}
+
+std::string ObjectReader::decryptedBody(const SourceObject& stream, std::uint64_t length,
+                                        const StreamFilters& filters) {
+    std::string body(static_cast<std::size_t>(length), '\0');
+    image_.copy(stream.bodyOffset, body);
+    return decryptor_->decryptBody(std::move(body), stream.value, filters,
+                                   {stream.number, stream.generation});
 }
 
 SourceObject ObjectReader::readFromStream(std::uint32_t number, const ObjectLocation& location,
@@ -127,17 +227,23 @@ ObjectStream& ObjectReader::objectStream(std::uint32_t number) {
 /// Everything that this needs, a /Length for instance, must stand in the file itself: an object
 /// stream cannot hold what it takes to read an object stream (ISO 32000-2, 7.5.7).
 std::unique_ptr<ObjectStream> ObjectReader::decodeObjectStream(std::uint32_t number) {
-    const ObjectLocation location = table_.find(number);
-    if (location.kind != ObjectLocation::Kind::inFile)
+    if (table_.find(number).kind != ObjectLocation::Kind::inFile && !mend(number))
         throw DamagedDocument("no object stream where one should be");
-    const SourceObject object = readFromFile(number, location.position, nullptr);
+    const SourceObject object = readInFile(number, nullptr);
     if (!object.isStream) throw DamagedDocument("no object stream where one should be");
     const auto inFile = [this](Value value) { return resolveInFile(value); };
     const auto length = static_cast<std::size_t>(streamBodyLength(
         image_, object.bodyOffset, inFile(object.value.find("Length")).integer(), syntax_));
-    const std::string_view body = image_.view(object.bodyOffset, length).substr(0, length);
+    std::string decrypted;
+    if (decryptor_) {
+        decoding_.spend(length);
+        decrypted = decryptedBody(object, length, StreamFilters(object.value, inFile));
+    }
+    const std::string_view body = decryptor_
+                                      ? std::string_view(decrypted)
+                                      : image_.view(object.bodyOffset, length).substr(0, length);
     Decoded decoded = decodeStream(object.value, body, inFile, decoding_);
-    if (decoded.status != DecodeStatus::complete)
+    if (decoded.status == DecodeStatus::tooLarge)
         throw DamagedDocument("an object stream cannot be decoded");
 
     const auto first = inFile(object.value.find("First")).integer();
@@ -145,18 +251,30 @@ std::unique_ptr<ObjectStream> ObjectReader::decodeObjectStream(std::uint32_t num
     if (!first || !count || *first < 0 || *count < 0 ||
         static_cast<std::uint64_t>(*first) > decoded.bytes.size())
         throw DamagedDocument("an object stream without a usable /First or /N");
-    return std::make_unique<ObjectStream>(std::move(decoded.bytes),
-                                          static_cast<std::size_t>(*first),
-                                          static_cast<std::size_t>(*count));
+    return std::make_unique<ObjectStream>(
+        std::move(decoded.bytes), static_cast<std::size_t>(*first),
+        static_cast<std::size_t>(*count), decoded.status == DecodeStatus::complete);
+}
+
+std::vector<std::uint32_t> ObjectReader::membersOf(std::uint32_t stream) {
+    std::vector<std::uint32_t> numbers;
+    try {
+        const ObjectStream& objects = objectStream(stream);
+        numbers.reserve(objects.size());
+        for (std::size_t i = 0; i < objects.size(); ++i) numbers.push_back(objects.numberAt(i));
+    } catch (const DamagedDocument&) {
+        if (isExhausted()) throw;
+        numbers.clear();
+    }
+    return numbers;
 }
 
 Value ObjectReader::resolveInFile(Value value) {
     for (int i = 0; i < limits::kReferenceChain; ++i) {
         const auto reference = value.reference();
         if (!reference) return value;
-        const ObjectLocation location = table_.find(reference->number);
-        if (location.kind != ObjectLocation::Kind::inFile) return {};
-        value = readFromFile(reference->number, location.position, nullptr).value;
+        if (table_.find(reference->number).kind != ObjectLocation::Kind::inFile) return {};
+        value = readInFile(reference->number, nullptr).value;
     }
     throw DamagedDocument("a chain of references without an end");
 }
@@ -171,13 +289,28 @@ Value ObjectReader::resolve(Value value) {
     throw DamagedDocument("a chain of references without an end");
 }
 
+Value ObjectReader::resolveIfSound(Value value) {
+    try {
+        return resolve(value);
+    } catch (const DamagedDocument&) {
+        if (isExhausted()) throw;
+        return {};
+    }
+}
+
 std::uint64_t ObjectReader::bodyLength(const SourceObject& stream) {
+    const Value length = stream.value.find("Length");
+    const auto reference = length.reference();
+    // The body is there all the same, and its end can be found.
+    const bool isUnknown = reference && isLost(*reference);
     return streamBodyLength(image_, stream.bodyOffset,
-                            resolve(stream.value.find("Length")).integer(), syntax_);
+                            isUnknown ? std::nullopt : resolve(length).integer(), syntax_);
 }
 
 void ObjectReader::trim() {
     image_.trim();
+    decrypted_.clear();
+    roomForDecrypted_ = WorkBudget(sizeDecrypted());
     while (streamsCost_ > limits::kResidentBytes && recent_.size() > 1) {
         streamsCost_ -= recent_.back().stream->cost();
         streams_.erase(recent_.back().number);

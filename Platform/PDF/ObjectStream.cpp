@@ -12,8 +12,8 @@
 
 namespace quirebind {
 
-ObjectStream::ObjectStream(std::string decoded, std::size_t first, std::size_t count)
-    : text_(std::move(decoded)) {
+ObjectStream::ObjectStream(std::string decoded, std::size_t first, std::size_t count, bool whole)
+    : text_(std::move(decoded)), whole_(whole) {
     const std::string_view text(text_);
     const std::string_view pairs = text.substr(0, first);
     std::size_t at = 0;
@@ -54,7 +54,7 @@ std::optional<Value> ObjectStream::find(std::uint32_t number, std::uint32_t inde
     const std::string_view text(text_);
     const Extent extent = scanValue(text, found->offset, references);
     budget.spend(extent.looked - found->offset + 1);
-    if (!extent.isValue()) return std::nullopt;
+    if (!extent.isValue() || (!whole_ && extent.looked >= text.size())) return std::nullopt;
     return Value(extent.in(text));
 }
 

@@ -23,7 +23,14 @@ namespace quirebind {
 class ObjectStream {
  public:
     /// `first` is the value under /First. Takes the pairs that are there, however many /N promises.
-    ObjectStream(std::string decoded, std::size_t first, std::size_t count);
+    /// `whole` says that `decoded` is all that was encoded; otherwise the value at its end is taken
+    /// for cut off.
+    ObjectStream(std::string decoded, std::size_t first, std::size_t count, bool whole = true);
+
+    /// How many objects are here.
+    [[nodiscard]] std::size_t size() const { return members_.size(); }
+    /// The number of the object at `index`.
+    [[nodiscard]] std::uint32_t numberAt(std::size_t index) const { return members_[index].number; }
 
     /// The value of object `number`, which the cross-reference stream says to be at `index`; real
     /// files have wrong indexes, so the pairs decide. Nothing where it is not here or is damaged.
@@ -43,6 +50,7 @@ class ObjectStream {
     [[nodiscard]] const Member* member(std::uint32_t number, std::uint32_t index);
 
     std::string text_;
+    bool whole_;
     std::vector<Member> members_;
     std::vector<std::uint32_t> byNumber_;  // indexes into members_, once an index was wrong
 };

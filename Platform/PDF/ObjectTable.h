@@ -34,6 +34,11 @@ class ObjectTable {
     /// Lists the object unless a newer section did. Throws DamagedDocument beyond the limits.
     void add(std::uint64_t number, const ObjectLocation& location);
 
+    /// Lists the object, which is listed already, elsewhere.
+    void replace(std::uint32_t number, const ObjectLocation& location) {
+        entries_.at(number) = location;
+    }
+
     /// Below this, object numbers are worth flat storage.
     [[nodiscard]] std::size_t flatLimit() const { return flatLimit_; }
 

@@ -18,25 +18,54 @@ void OutputDocument::insertPage(const std::shared_ptr<SourceDocument>& source, s
 ImportSession& OutputDocument::sessionFor(SourceDocument& source, std::size_t page) {
     std::erase_if(sessions_, [&](const std::shared_ptr<ImportSession>& session) {
         const bool again = session->serial() == source.serial() && session->hasInserted(page);
-        return !session->isOpen() || again;
+        if (session->isOpen() && !again) return false;
+        session->end();
+        return true;
     });
     const auto found = std::ranges::find(sessions_, source.serial(), &ImportSession::serial);
     if (found != sessions_.end()) return **found;
-    sessions_.push_back(std::make_shared<ImportSession>(source, writer_));
+    sessions_.push_back(std::make_shared<ImportSession>(source, parts_));
     source.addObserver(sessions_.back());
     return *sessions_.back();
 }
 
 ByteBuffer OutputDocument::finish() {
+    for (const auto& session : sessions_) session->end();
     sessions_.clear();
+    DocumentWriter& writer = parts_.writer;
     const std::uint32_t pages = pageTree_.finish();
-    const std::uint32_t root = writer_.reserve();
-    ByteBuffer& out = writer_.beginObject(root, writer_.packs());
-    out.append("<</Type/Catalog/Pages ");
-    out.append(std::uint64_t{pages});
-    out.append(" 0 R>>");
-    writer_.endObject();
-    return writer_.finish(root, version_);
+    const auto layers = parts_.layers.finish(writer);
+    const auto intents = parts_.outputIntents.finish(writer);
+    const auto structure = parts_.structure.finish(writer, parts_.structureKeys);
+    const auto form = parts_.forms.finish(writer);
+
+    const std::uint32_t root = writer.reserve();
+    ByteBuffer& out = writer.beginObject(root, writer.packs());
+    const auto appendEntry = [&out](std::string_view key, std::optional<std::uint32_t> number) {
+        if (!number) return;
+        out.append(key);
+        out.append(" ");
+        out.append(std::uint64_t{*number});
+        out.append(" 0 R");
+    };
+    out.append("<</Type/Catalog");
+    appendEntry("/Pages", pages);
+    appendEntry("/OCProperties", layers);
+    appendEntry("/OutputIntents", intents);
+    if (!parts_.threads.empty()) {
+        out.append("/Threads[");
+        for (const std::uint32_t thread : parts_.threads) {
+            out.append(std::uint64_t{thread});
+            out.append(" 0 R ");
+        }
+        out.append("]");
+    }
+    appendEntry("/StructTreeRoot", structure);
+    parts_.marking.append(out);
+    appendEntry("/AcroForm", form);
+    out.append(">>");
+    writer.endObject();
+    return writer.finish(root, version_);
 }
 
 }  // namespace quirebind

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "Platform/Files/ByteBuffer.h"
-#include "Platform/PDF/DocumentWriter.h"
 #include "Platform/PDF/ImportSession.h"
+#include "Platform/PDF/OutputParts.h"
 #include "Platform/PDF/PageTreeWriter.h"
 #include "Platform/PDF/SourceDocument.h"
 
@@ -19,7 +19,7 @@ namespace quirebind {
 /// A document being put together: the writing side of PDFDocument. Used by one thread.
 class OutputDocument {
  public:
-    OutputDocument() : pageTree_(writer_) {}
+    OutputDocument() : pageTree_(parts_.writer) {}
 
     [[nodiscard]] std::size_t pageCount() const { return pageTree_.pageCount(); }
 
@@ -36,7 +36,7 @@ class OutputDocument {
  private:
     [[nodiscard]] ImportSession& sessionFor(SourceDocument& source, std::size_t page);
 
-    DocumentWriter writer_;
+    OutputParts parts_;
     PageTreeWriter pageTree_;
     Version version_;
     std::vector<std::shared_ptr<ImportSession>> sessions_;

@@ -7,7 +7,9 @@
 
 #include "Platform/Files/FileSystem.h"
 #include "Platform/PDF/DamagedDocument.h"
+#include "Platform/PDF/Links/LinkReader.h"
 #include "Platform/PDF/OutputDocument.h"
+#include "Platform/PDF/PageGeometry.h"
 #include "Platform/PDF/SourceDocument.h"
 
 namespace quirebind {
@@ -15,6 +17,7 @@ namespace quirebind {
 /// One of the two is there. None is after a failed insertion.
 struct PDFDocument::State {
     std::shared_ptr<SourceDocument> source;
+    std::unique_ptr<LinkReader> links;  // once links are asked for
     std::unique_ptr<OutputDocument> output;
 };
 
@@ -58,6 +61,26 @@ std::size_t PDFDocument::pageCount() const {
 std::optional<PDFPage> PDFDocument::pageAtIndex(std::size_t index) const {
     if (!state_->source || index >= pageCount()) return std::nullopt;
     return PDFPage(state_->source, index);
+}
+
+std::optional<PageSize> PDFDocument::pageSize(std::size_t index) const {
+    if (!state_->source || index >= pageCount()) return std::nullopt;
+    return pageGeometry(*state_->source, index).size();
+}
+
+std::vector<PageLink> PDFDocument::pageLinks(std::size_t index) const {
+    if (!state_->source || index >= pageCount()) return {};
+    return linkReader().linksOn(index);
+}
+
+std::optional<PagePosition> PDFDocument::positionOf(const PageLink& link) const {
+    if (!state_->source) return std::nullopt;
+    return linkReader().positionOf(link);
+}
+
+LinkReader& PDFDocument::linkReader() const {
+    if (!state_->links) state_->links = std::make_unique<LinkReader>(*state_->source);
+    return *state_->links;
 }
 
 bool PDFDocument::insertPage(const PDFPage& page, std::size_t index) {

@@ -7,13 +7,17 @@
 #include <memory>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "Platform/Files/ByteBuffer.h"
 #include "Platform/Files/URL.h"
+#include "Platform/PDF/PageLink.h"
+#include "Platform/PDF/PageSize.h"
 
 namespace quirebind {
 
 class FileSystem;
+class LinkReader;
 class SourceDocument;
 
 /// A page of an opened document. A plain value that keeps nothing open: once its document is closed
@@ -51,14 +55,25 @@ class PDFDocument {
     /// Where an opened document comes from.
     [[nodiscard]] std::optional<URL> documentURL() const;
 
-    /// Whether the document is encrypted and needs a password (ISO 32000-2, 7.6). Nothing else can
-    /// be learnt of it then.
+    /// Whether the document is encrypted and does not open with the empty password
+    /// (ISO 32000-2, 7.6). Nothing else can be learnt of it then.
     [[nodiscard]] bool isLocked() const;
 
     [[nodiscard]] std::size_t pageCount() const;
 
     /// Page `index`, counting from 0, of an opened document; nothing beyond its pages.
     [[nodiscard]] std::optional<PDFPage> pageAtIndex(std::size_t index) const;
+
+    /// How large page `index` of an opened document is shown: its crop box, turned upright
+    /// (14.11.2). Nothing beyond its pages.
+    [[nodiscard]] std::optional<PageSize> pageSize(std::size_t index) const;
+
+    /// The links on page `index` of an opened document that lead to a place inside it, whether
+    /// there is such a place or not. None beyond its pages.
+    [[nodiscard]] std::vector<PageLink> pageLinks(std::size_t index) const;
+
+    /// Where a link of this document leads to; nothing where there is no such place.
+    [[nodiscard]] std::optional<PagePosition> positionOf(const PageLink& link) const;
 
     /// Inserts a copy of `page`, with all that the page needs, so that it becomes page `index` of
     /// this document (at most pageCount, which appends). What belongs to the page's document as a
@@ -82,6 +97,7 @@ class PDFDocument {
 
  private:
     struct State;
+    [[nodiscard]] LinkReader& linkReader() const;
     explicit PDFDocument(std::unique_ptr<State> state);
 
     std::unique_ptr<State> state_;

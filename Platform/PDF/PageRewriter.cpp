@@ -16,6 +16,10 @@ namespace {
 /// of them, a resource dictionary at the root of a large tree would multiply the file.
 constexpr std::size_t kLongestInline = 64;
 
+constexpr std::size_t kMediaBox = 1;
+static_assert(kInheritableAttributes[kMediaBox] == "MediaBox");
+constexpr std::string_view kDefaultBox = "/MediaBox[0 0 612 792]";
+
 /// The index in kInheritableAttributes.
 std::optional<std::size_t> inheritableAttribute(Value key) {
     for (std::size_t i = 0; i < kInheritableAttributes.size(); ++i)
@@ -25,12 +29,16 @@ std::optional<std::size_t> inheritableAttribute(Value key) {
 
 }  // namespace
 
+bool PageRewriter::Attributes::replaces(std::size_t attribute) const {
+    return inherited[attribute] != PageTree::kNone || (defaultBox && attribute == kMediaBox);
+}
+
 void PageRewriter::write(std::size_t index, std::uint32_t output, std::uint32_t parent) {
     const PageTree::Page page = tree_.pages()[index];
-    const SourceObject object = copier_.reader().read(page.object, &references_);
+    const SourceObject object = read(page);
     if (!object.value.isDictionary()) throw DamagedDocument("a page that is no dictionary");
-    const PageTree::Inheritance inherited = inheritedBy(page, object.value);
-    shareLargeValues(inherited);
+    const Attributes attributes = attributesOf(page, object.value);
+    shareLargeValues(attributes.inherited);
 
     ByteBuffer& out = copier_.writer().beginObject(output, object.packed);
     out.append("<</Parent ");
@@ -38,47 +46,84 @@ void PageRewriter::write(std::size_t index, std::uint32_t output, std::uint32_t 
     out.append(" 0 R");
     const bool typed = !copier_.reader().isAbsent(object.value.find("Type"));
     if (!typed) out.append("/Type/Page");
-    appendOwnEntries(object.value, typed, inherited, out);
-    appendInherited(inherited, out);
+    appendOwnEntries(object.value, typed, attributes, out);
+    appendInherited(attributes, out);
     out.append(">>");
     copier_.writer().endObject();
 }
 
-PageTree::Inheritance PageRewriter::inheritedBy(const PageTree::Page& page, Value dictionary) {
-    PageTree::Inheritance inherited = tree_.nodes()[page.node].inherited;
+SourceObject PageRewriter::read(const PageTree::Page& page) {
+    if (page.direct == PageTree::kNone) return copier_.reader().read(page.object, &references_);
+    SourceObject object;
+    object.value = Value(tree_.directPages()[page.direct]);
+    references_.clear();
+    (void)scanValue(object.value.text(), 0, &references_);  // its extent is known already
+    return object;
+}
+
+PageRewriter::Attributes PageRewriter::attributesOf(const PageTree::Page& page, Value dictionary) {
+    Attributes attributes{tree_.nodes()[page.node].inherited};
+    bool hasBox = false;
     DictionaryReader entries(dictionary);
     while (const auto entry = entries.next()) {
         const auto attribute = inheritableAttribute(entry->key);
-        if (!attribute || inherited[*attribute] == PageTree::kNone) continue;
-        if (!copier_.reader().isAbsent(entry->value)) inherited[*attribute] = PageTree::kNone;
+        if (!attribute) continue;
+        const bool isUsable = *attribute == kMediaBox ? isRectangle(entry->value)
+                                                      : !copier_.reader().isAbsent(entry->value);
+        if (!isUsable) continue;
+        attributes.inherited[*attribute] = PageTree::kNone;
+        hasBox = hasBox || *attribute == kMediaBox;
     }
     if (!entries.wellFormed()) throw DamagedDocument("a page whose dictionary is broken");
-    return inherited;
+    const std::uint32_t box = attributes.inherited[kMediaBox];
+    if (box != PageTree::kNone) hasBox = isRectangle(Value(tree_.values()[box]));
+    if (!hasBox) attributes.inherited[kMediaBox] = PageTree::kNone;
+    attributes.defaultBox = !hasBox;
+    return attributes;
+}
+
+/// Four numbers (ISO 32000-2, 7.9.5), or more: readers take the first ones.
+bool PageRewriter::isRectangle(Value value) {
+    constexpr int kNumbers = 4;
+    constexpr std::string_view kBeginsNumber = "0123456789+-.";
+    ArrayReader elements(copier_.reader().resolve(value));
+    for (int i = 0; i < kNumbers; ++i) {
+        const auto element = elements.next();
+        if (!element) return false;
+        const std::string_view text = copier_.reader().resolve(*element).text();
+        if (text.empty() || kBeginsNumber.find(text[0]) == std::string_view::npos) return false;
+    }
+    return true;
 }
 
 /// Copies the page's own entries, but not those that others take the place of: /Parent, what is
-/// inherited in spite of an entry of that name, and /Type where it means null. Nor a key without a
-/// value.
-void PageRewriter::appendOwnEntries(Value page, bool typed, const PageTree::Inheritance& inherited,
+/// inherited in spite of an entry of that name, and /Type where it means null.
+void PageRewriter::appendOwnEntries(Value page, bool typed, const Attributes& attributes,
                                     ByteBuffer& out) {
     constexpr std::size_t kBracket = 2;
     MappedText text(page.text(), references_, copier_.map());
     text.skipTo(kBracket);
-    DictionaryReader entries(page);
+    EntryRewriter entries(page, text, out);
     while (const auto entry = entries.next()) {
         const auto attribute = inheritableAttribute(entry->key);
         const bool isReplaced = entry->key.isName("Parent") ||
-                                (attribute && inherited[*attribute] != PageTree::kNone) ||
+                                (attribute && attributes.replaces(*attribute)) ||
                                 (!typed && entry->key.isName("Type"));
-        if (!isReplaced && !entry->value.text().empty()) continue;
-        text.copyTo(text.beginOf(entry->key), Role::plain, out);
-        text.skipTo(entry->value.text().empty() ? text.endOf(entry->key)
-                                                : text.endOf(entry->value));
+        if (isReplaced)
+            entries.drop();
+        else if (entry->key.isName("Annots"))
+            copier_.copyAs(Role::annotation, entry->value, text, out);
+        else if (entry->key.isName("AA"))
+            copier_.copyAs(Role::additionalActions, entry->value, text, out);
+        else
+            copier_.rewriteCommonEntry(*entry, entries);
     }
     text.copyTo(page.text().size() - kBracket, Role::plain, out);
 }
 
-void PageRewriter::appendInherited(const PageTree::Inheritance& inherited, ByteBuffer& out) {
+void PageRewriter::appendInherited(const Attributes& attributes, ByteBuffer& out) {
+    if (attributes.defaultBox) out.append(kDefaultBox);
+    const PageTree::Inheritance& inherited = attributes.inherited;
     for (std::size_t i = 0; i < inherited.size(); ++i) {
         if (inherited[i] == PageTree::kNone) continue;
         out.append("/");

@@ -19,15 +19,25 @@ class PageRewriter {
         : tree_(tree), copier_(copier), shared_(tree.values().size()) {}
 
     /// Writes page `index` as object `output` below the node `parent`. What it refers to is queued.
+    /// A page without a usable /MediaBox gets one of US Letter size: so big do readers show it.
     void write(std::size_t index, std::uint32_t output, std::uint32_t parent);
 
  private:
-    /// Which values the page takes from its ancestors.
-    [[nodiscard]] PageTree::Inheritance inheritedBy(const PageTree::Page& page, Value dictionary);
+    /// Which values the page takes from its ancestors, and whether it gets the default /MediaBox.
+    struct Attributes {
+        PageTree::Inheritance inherited{};
+        bool defaultBox = false;
+
+        /// Whether another value takes the place of the page's own one.
+        [[nodiscard]] bool replaces(std::size_t attribute) const;
+    };
+
+    [[nodiscard]] SourceObject read(const PageTree::Page& page);
+    [[nodiscard]] Attributes attributesOf(const PageTree::Page& page, Value dictionary);
+    [[nodiscard]] bool isRectangle(Value value);
     void shareLargeValues(const PageTree::Inheritance& inherited);
-    void appendOwnEntries(Value page, bool typed, const PageTree::Inheritance& inherited,
-                          ByteBuffer& out);
-    void appendInherited(const PageTree::Inheritance& inherited, ByteBuffer& out);
+    void appendOwnEntries(Value page, bool typed, const Attributes& attributes, ByteBuffer& out);
+    void appendInherited(const Attributes& attributes, ByteBuffer& out);
 
     const PageTree& tree_;
     ObjectCopier& copier_;

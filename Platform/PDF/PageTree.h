@@ -27,11 +27,12 @@ class PageTree {
     static constexpr std::uint32_t kNone = 0xffffffff;
 
     struct Page {
-        std::uint32_t object = 0;
-        std::uint32_t node = 0;  ///< An index into the nodes.
+        std::uint32_t object = 0;      ///< 0 for a page that is no object of its own.
+        std::uint32_t node = 0;        ///< An index into the nodes.
+        std::uint32_t direct = kNone;  ///< An index into the direct pages.
     };
     struct Node {
-        std::uint32_t object = 0;
+        std::uint32_t object = 0;  ///< 0 for a node that is no object of its own.
         Inheritance inherited{};
     };
 
@@ -40,12 +41,27 @@ class PageTree {
     /// The inheritable attributes written at nodes, as text.
     [[nodiscard]] const std::vector<std::string>& values() const { return values_; }
 
+    /// The dictionaries of pages that are no objects of their own, as text.
+    [[nodiscard]] const std::vector<std::string>& directPages() const { return directPages_; }
+
+    /// What to do about damage in a tree.
+    enum class Damage : std::uint8_t {
+        refused,   ///< Any damage is an exception: there may be a better table to read the tree by.
+        bypassed,  ///< Only the loss of pages is.
+    };
+
     /// Walks the whole tree below `root`, the value under /Pages of the catalog
-    /// (ISO 32000-2, 7.7.3). /Count is not asked: files lie about it. A kid that is null is no
-    /// page; one that is listed twice counts twice. Throws DamagedDocument where a kid is something
-    /// else than a dictionary of its own, where the tree leads back into itself, and where listing
-    /// the same nodes again and again makes more pages than a file of that size can hold.
-    [[nodiscard]] static PageTree read(ObjectReader& reader, Value root);
+    /// (ISO 32000-2, 7.7.3). A kid that is null is no page; one that is listed twice counts twice;
+    /// nodes and pages may stand in their parents directly. /Count is not asked where there is no
+    /// damage: files lie about it.
+    ///
+    /// A tree is damaged where a kid is no dictionary or leads back to a node above it, where a
+    /// node with a /Count has no /Kids, where there is no page but a /Count, and where the root is
+    /// below another node. Damage is bypassed by doing without those kids, and by going up to the
+    /// root; then a tree without pages, less pages than a /Count above them says, and a lost kid of
+    /// nodes without /Count are damage still. So is, always, listing the same nodes again and again
+    /// to make more pages than a file of that size can hold. Throws DamagedDocument.
+    [[nodiscard]] static PageTree read(ObjectReader& reader, Value root, Damage damage);
 
  private:
     friend class PageTreeWalk;
@@ -53,6 +69,7 @@ class PageTree {
     std::vector<Page> pages_;
     std::vector<Node> nodes_;
     std::vector<std::string> values_;
+    std::vector<std::string> directPages_;
 };
 
 }  // namespace quirebind

@@ -26,11 +26,17 @@ class SourceObserver {
     virtual void sourceWillClose() noexcept = 0;
 };
 
+/// What to do where a file is not as it says that it is.
+enum class Recovery : std::uint8_t {
+    attempted,  ///< It is read by what stands in it.
+    refused,    ///< It is damaged: for finding out whether a file is sound.
+};
+
 /// An opened document: the reading side of PDFDocument. Used by one thread.
 class SourceDocument {
  public:
     /// Throws DamagedDocument where the file cannot be read as a PDF.
-    SourceDocument(const URL& url, FileSystem& files);
+    SourceDocument(const URL& url, FileSystem& files, Recovery recovery = Recovery::attempted);
     SourceDocument(const SourceDocument&) = delete;
     SourceDocument& operator=(const SourceDocument&) = delete;
     SourceDocument(SourceDocument&&) = delete;
@@ -60,7 +66,10 @@ class SourceDocument {
     void addObserver(std::weak_ptr<SourceObserver> observer);
 
  private:
-    void readStructure(SourceImage image);
+    void readStructure(SourceImage image, Recovery recovery);
+    bool unlock(Value trailer);
+    void rebuildStructure(SourceImage image);
+    void readPages(Value trailer, PageTree::Damage damage);
 
     std::uint64_t serial_;
     URL url_;

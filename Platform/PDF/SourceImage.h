@@ -15,6 +15,7 @@
 
 #include "Platform/Files/FileDescriptor.h"
 #include "Platform/Files/URL.h"
+#include "Platform/PDF/ByteSource.h"
 
 namespace quirebind {
 
@@ -25,21 +26,21 @@ namespace quirebind {
 ///
 /// Offsets count from the origin, which is where the PDF header stands. Every function that reads
 /// throws DamagedDocument when the file cannot be read or has become shorter. Used by one thread.
-class SourceImage {
+class SourceImage final : public ByteSource {
  public:
     /// Opens the file; nothing where it cannot be opened or is not a regular file. Never blocks on
     /// a FIFO or a device.
     [[nodiscard]] static std::optional<SourceImage> open(const URL& url, FileSystem& files);
 
     /// Bytes from the origin to the end of the file.
-    [[nodiscard]] std::uint64_t size() const { return fileSize_ - origin_; }
+    [[nodiscard]] std::uint64_t size() const override { return fileSize_ - origin_; }
 
     /// Lets offsets count from `origin` (bytes from the start of the file).
     void setOrigin(std::uint64_t origin) { origin_ = origin; }
 
     /// The bytes from `offset`: at least `length` of them unless the file ends before, and more
     /// where more is in memory. Valid until `trim`.
-    [[nodiscard]] std::string_view view(std::uint64_t offset, std::size_t length);
+    [[nodiscard]] std::string_view view(std::uint64_t offset, std::size_t length) override;
 
     /// Fills `into` from `offset`, without keeping what was not in memory.
     void copy(std::uint64_t offset, std::span<char> into);

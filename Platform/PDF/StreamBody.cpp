@@ -4,28 +4,30 @@
 #include "Platform/PDF/StreamBody.h"
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 
 #include "Platform/PDF/Characters.h"
 #include "Platform/PDF/DamagedDocument.h"
+#include "Platform/PDF/IndirectObject.h"
 
 namespace quirebind {
 namespace {
 
-/// White space that may stand between a body and endstream (we accept more than an end of line).
-constexpr std::size_t kGap = 16;
-
 constexpr std::string_view kEndstream = "endstream";
 constexpr std::string_view kEndobj = "endobj";
 
-/// Whether one of the keywords that end a stream stands at `offset`, behind white space. Where
-/// endstream is missing, endobj will do.
-bool endsAt(SourceImage& image, std::uint64_t offset) {
-    const std::string_view text = image.view(offset, kGap + kEndstream.size());
+/// The longest "N G obj" that is looked for.
+constexpr std::size_t kHeader = 32;
+
+bool isObjectHeader(std::string_view text) {
     std::size_t at = 0;
-    while (at < text.size() && at < kGap && isWhite(text[at])) ++at;
-    const std::string_view keyword = text.substr(at);
-    return keyword.starts_with(kEndstream) || keyword.starts_with(kEndobj);
+    return !text.empty() && isDigit(text[0]) && parseObjectHeader(text.substr(0, kHeader), at);
+}
+
+/// A text begins a line itself only where it is the `start` of the body.
+bool beginsLine(std::string_view text, std::size_t at, bool start) {
+    return at == 0 ? start : text[at - 1] == '\n' || text[at - 1] == '\r';
 }
 
 /// `body` less the end of line at its end.
@@ -35,37 +37,91 @@ std::size_t withoutEndOfLine(std::string_view body) {
     return body.size();
 }
 
-/// Where in `text` the body of a stream of unknown length ends: before endstream, or before an
-/// endobj that begins a line, where that comes first. npos where the text ends before.
-std::size_t findEnd(std::string_view text) {
-    const std::size_t end = text.find(kEndstream);
-    const std::string_view body = text.substr(0, end);
-    for (std::size_t at = body.find(kEndobj); at != std::string_view::npos;
-         at = body.find(kEndobj, at + 1))
-        if (at == 0 || body[at - 1] == '\n' || body[at - 1] == '\r') return at;
-    return end;
+/// The first `word` that begins a line of `text`.
+std::size_t findLine(std::string_view text, std::string_view word, bool start) {
+    std::size_t at = text.find(word);
+    while (at != std::string_view::npos && !beginsLine(text, at, start))
+        at = text.find(word, at + 1);
+    return at;
 }
 
-std::uint64_t searchLength(SourceImage& image, std::uint64_t begin, WorkBudget& budget) {
-    // Most bodies are small, so that looking far ahead for each would cost more than they are.
-    for (std::size_t window = 512;; window *= 2) {
-        const std::string_view text = image.view(begin, window).substr(0, window);
-        const std::size_t end = findEnd(text);
-        budget.spend(std::min(end, text.size()));
-        if (end != std::string_view::npos) return withoutEndOfLine(text.substr(0, end));
-        if (text.size() < window) throw DamagedDocument("a stream without an end");
+/// The first line of `text` that begins with "N G obj".
+std::size_t findHeader(std::string_view text, bool start) {
+    constexpr std::string_view kObj = "obj";
+    for (std::size_t at = text.find(kObj); at != std::string_view::npos;
+         at = text.find(kObj, at + 1)) {
+        const std::size_t from = at - std::min(at, kHeader - kObj.size());
+        const std::string_view before = text.substr(from, at - from);
+        const std::size_t line = before.find_last_of("\r\n");
+        const std::size_t begin = line == std::string_view::npos ? from : from + line + 1;
+        if (beginsLine(text, begin, start) && isObjectHeader(text.substr(begin))) return begin;
     }
+    return std::string_view::npos;
+}
+
+/// Where in `text` the body of a stream of unknown length ends: before endstream, or before an
+/// endobj or another object that begins a line, where that comes first. npos where the text ends
+/// before.
+std::size_t findEnd(std::string_view text, bool start) {
+    std::string_view body = text.substr(0, text.find(kEndstream));
+    body = body.substr(0, findLine(body, kEndobj, start));
+    body = body.substr(0, findHeader(body, start));
+    return body.size() == text.size() ? std::string_view::npos : body.size();
+}
+
+std::uint64_t searchLength(ByteSource& bytes, std::uint64_t begin, WorkBudget& budget) {
+    constexpr std::size_t kLargestStep = std::size_t{1} << 20U;
+    // Most bodies are small, so that looking far ahead for each would cost more than they are.
+    std::size_t window = 512;
+    for (std::uint64_t from = begin;;) {
+        const std::string_view text = bytes.view(from, window).substr(0, window);
+        const std::size_t end = findEnd(text, from == begin);
+        budget.spend(std::min(end, text.size()));
+        if (end != std::string_view::npos) {
+            const std::uint64_t length = from - begin + end;
+            const auto tail = static_cast<std::size_t>(std::min<std::uint64_t>(length, 2));
+            const std::string_view last = bytes.view(begin + length - tail, tail).substr(0, tail);
+            return length - tail + withoutEndOfLine(last);
+        }
+        if (text.size() < window) throw DamagedDocument("a stream without an end");
+        // What ends the body may have begun in this window.
+        from += text.size() - kHeader;
+        window = std::min(2 * window, kLargestStep);
+    }
+}
+
+/// What stands at `offset`, behind white space: enough of it to tell what it is.
+std::string_view behindGap(ByteSource& bytes, std::uint64_t offset) {
+    /// White space that may stand before endstream (we accept more than an end of line).
+    constexpr std::size_t kGap = 16;
+    const std::string_view text = bytes.view(offset, kGap + kHeader).substr(0, kGap + kHeader);
+    std::size_t at = 0;
+    while (at < text.size() && at < kGap && isWhite(text[at])) ++at;
+    return text.substr(at);
 }
 
 }  // namespace
 
-std::uint64_t streamBodyLength(SourceImage& image, std::uint64_t offset,
+bool streamBodyEndsAt(ByteSource& bytes, std::uint64_t offset) {
+    constexpr std::array<std::string_view, 5> kEnds{kEndstream, kEndobj, "xref", "trailer",
+                                                    "startxref"};
+    const std::string_view text = behindGap(bytes, offset);
+    const auto stands = [&](std::string_view word) { return text.starts_with(word); };
+    return std::ranges::any_of(kEnds, stands) || isObjectHeader(text);
+}
+
+std::uint64_t streamBodyLength(ByteSource& bytes, std::uint64_t offset,
                                std::optional<std::int64_t> declared, WorkBudget& budget) {
-    if (declared && *declared >= 0 && offset <= image.size()) {
-        const auto length = static_cast<std::uint64_t>(*declared);
-        if (length <= image.size() - offset && endsAt(image, offset + length)) return length;
+    const bool isPossible = declared && *declared >= 0 && offset <= bytes.size() &&
+                            static_cast<std::uint64_t>(*declared) <= bytes.size() - offset;
+    const auto length = isPossible ? static_cast<std::uint64_t>(*declared) : 0;
+    if (isPossible && streamBodyEndsAt(bytes, offset + length)) return length;
+    try {
+        return searchLength(bytes, offset, budget);
+    } catch (const DamagedDocument&) {
+        if (!isPossible || !kEndstream.starts_with(behindGap(bytes, offset + length))) throw;
+        return length;
     }
-    return searchLength(image, offset, budget);
 }
 
 }  // namespace quirebind

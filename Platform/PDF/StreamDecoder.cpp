@@ -14,7 +14,7 @@
 namespace quirebind {
 namespace {
 
-enum class Filter : std::uint8_t { flate, lzw, asciiHex, ascii85, runLength, unknown };
+enum class Filter : std::uint8_t { flate, lzw, asciiHex, ascii85, runLength, crypt, unknown };
 
 /// The names of ISO 32000-2, table 6, and the abbreviations of inline images (table 92), which real
 /// files use here too.
@@ -23,7 +23,7 @@ Filter filterNamed(Value value) {
         std::string_view name;
         Filter filter;
     };
-    static constexpr std::array<Name, 10> kNames{{{"FlateDecode", Filter::flate},
+    static constexpr std::array<Name, 11> kNames{{{"FlateDecode", Filter::flate},
                                                   {"Fl", Filter::flate},
                                                   {"LZWDecode", Filter::lzw},
                                                   {"LZW", Filter::lzw},
@@ -32,7 +32,8 @@ Filter filterNamed(Value value) {
                                                   {"ASCII85Decode", Filter::ascii85},
                                                   {"A85", Filter::ascii85},
                                                   {"RunLengthDecode", Filter::runLength},
-                                                  {"RL", Filter::runLength}}};
+                                                  {"RL", Filter::runLength},
+                                                  {"Crypt", Filter::crypt}}};
     for (const Name& candidate : kNames)
         if (value.isName(candidate.name)) return candidate.filter;
     return Filter::unknown;
@@ -83,6 +84,9 @@ Decoded decodeOnce(Filter filter, Value parameters, std::string_view encoded, st
             return decodeASCII85(encoded, limit);
         case Filter::runLength:
             return decodeRunLength(encoded, limit);
+        case Filter::crypt:  // what is encrypted has been decrypted before
+            if (encoded.size() > limit) return {{}, DecodeStatus::tooLarge};
+            return {std::string(encoded)};
         case Filter::unknown:
             break;
     }

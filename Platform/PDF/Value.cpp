@@ -78,8 +78,10 @@ std::string Value::name() const {
 
 bool Value::isName(std::string_view expected) const {
     if (!isName()) return false;
-    if (text_.find('#') == std::string_view::npos) return text_.substr(1) == expected;
-    return name() == expected;
+    if (text_.substr(1) == expected) return expected.find('#') == std::string_view::npos;
+    // Escapes make a name longer than what it says.
+    if (text_.size() <= expected.size() + 1) return false;
+    return text_.find('#') != std::string_view::npos && name() == expected;
 }
 
 Value Value::find(std::string_view key) const {

@@ -16,10 +16,12 @@ class WorkBudget {
  public:
     explicit WorkBudget(std::uint64_t bytes) : left_(bytes) {}
 
-    /// Throws DamagedDocument when nothing is left.
+    /// Throws DamagedDocument when so much is not left, and from then on whatever is asked for.
     void spend(std::uint64_t bytes) {
-        if (bytes > left_)
+        if (bytes > left_) {
+            left_ = 0;
             throw DamagedDocument("the file asks for more work than its size allows");
+        }
         left_ -= bytes;
     }
 
