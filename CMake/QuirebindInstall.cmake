@@ -6,8 +6,8 @@
 include(CMakePackageConfigHelpers)
 
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/Quirebind)
-foreach(header QuirebindCore/PDFMerger.h Platform/PDF/PDFDocument.h Platform/Files/URL.h
-               Platform/Files/ByteBuffer.h)
+foreach(header QuirebindCore/PDFMerger.h Platform/PDF/PDFDocument.h Platform/PDF/PageLink.h
+               Platform/PDF/PageSize.h Platform/Files/URL.h Platform/Files/ByteBuffer.h)
   get_filename_component(folder ${header} DIRECTORY)
   install(FILES ${PROJECT_SOURCE_DIR}/${header}
           DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quirebind/${folder})

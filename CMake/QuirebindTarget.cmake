@@ -25,6 +25,21 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   target_compile_options(QuirebindOptions INTERFACE -Wno-null-dereference -Wno-restrict
                                                     -Wno-maybe-uninitialized)
 endif()
+# What makes a mistake that is still there harder to use: canaries on the stack, checked library calls
+# and containers, checked jumps, addresses that nobody can foresee, relocations that nobody can change.
+if(NOT QUIREBIND_SANITIZE)
+  target_compile_options(QuirebindOptions INTERFACE -fstack-protector-strong -fstack-clash-protection)
+  target_compile_definitions(
+    QuirebindOptions INTERFACE $<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2> _GLIBCXX_ASSERTIONS)
+  include(CheckCXXCompilerFlag)
+  check_cxx_compiler_flag(-fcf-protection=full has_cf_protection)
+  if(has_cf_protection)
+    target_compile_options(QuirebindOptions INTERFACE -fcf-protection=full)
+  endif()
+  if(NOT APPLE)
+    target_link_options(QuirebindOptions INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack)
+  endif()
+endif()
 if(QUIREBIND_SANITIZE)
   target_compile_options(QuirebindOptions INTERFACE -fsanitize=${QUIREBIND_SANITIZE}
                                                     -fno-sanitize-recover=all -fno-omit-frame-pointer)
@@ -53,5 +68,5 @@ function(quirebind_test name)
   cmake_parse_arguments(arg "" "" "LIBRARIES" ${ARGN})
   add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
   target_link_libraries(${name} PRIVATE QuirebindOptions ${arg_LIBRARIES} GTest::gmock_main)
-  gtest_discover_tests(${name} PROPERTIES TIMEOUT 120 DISCOVERY_TIMEOUT 60)
+  gtest_discover_tests(${name} PROPERTIES TIMEOUT 400 DISCOVERY_TIMEOUT 60)
 endfunction()

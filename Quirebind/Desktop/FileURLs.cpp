@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Quirebind/Desktop/FileURLs.h"
+
+#include <QByteArray>
+#include <QFile>
+#include <string>
+#include <utility>
+
+namespace quirebind {
+
+std::vector<URL> fileURLs(const QMimeData& data) {
+    const QByteArray list = data.data(QStringLiteral("text/uri-list"));
+    return fileURLs(std::string_view(list.constData(), static_cast<std::size_t>(list.size())));
+}
+
+std::vector<URL> fileURLs(std::string_view uriList) {
+    std::vector<URL> urls;
+    while (!uriList.empty()) {
+        const std::size_t end = uriList.find_first_of(std::string_view("\r\n\0", 3));
+        const std::string_view line = uriList.substr(0, end);
+        uriList.remove_prefix(end == std::string_view::npos ? uriList.size() : end + 1);
+        if (line.empty() || line.front() == '#') continue;  // '#' begins a comment
+        URL url = URL::parse(line);
+        if (url.isFileURL()) urls.push_back(std::move(url));
+    }
+    return urls;
+}
+
+URL fileURL(const QUrl& url) {
+    return URL::file(QFile::encodeName(url.toLocalFile()).toStdString());
+}
+
+QUrl toolkitURL(const URL& url) {
+    if (!url.isFileURL()) return {QString::fromStdString(url.absoluteString())};
+    return QUrl::fromLocalFile(
+        QFile::decodeName(QByteArray::fromStdString(std::string(url.path()))));
+}
+
+QString displayName(const URL& url) {
+    return QString::fromStdString(url.lastPathComponent());
+}
+
+}  // namespace quirebind

@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "Quirebind/Desktop/QtMainThread.h"
+#include "Quirebind/Preview/RenderService.h"
+#include "Quirebind/Views/Appearance.h"
+#include "Quirebind/Views/MainWindow.h"
+#include "Quirebind/Workflow/BackgroundWork.h"
+
+namespace quirebind {
+
+/// The application: one group of windows, each with a state of its own, and what they share. Needs
+/// a QApplication. Main thread only.
+class QuirebindApp {
+ public:
+    /// Opens the first window. `merge` is PDFMerger::merge, or what stands in for it in tests.
+    /// `renderer` is the path of the program that draws pages; the installed one where it is empty.
+    explicit QuirebindApp(std::function<void(std::span<const URL>, const URL&)> merge,
+                          const std::string& renderer = {});
+
+    void openWindow();
+    /// Closes every window; those that merge close when they are done. The event loop ends with the
+    /// last one.
+    void quit();
+
+ private:
+    void forget(const QWidget& window);
+
+    std::function<void(std::span<const URL>, const URL&)> merge_;
+    QtMainThread mainThread_;
+    BackgroundWork background_;  // waits in its destructor, when the windows are gone already
+    Appearance appearance_;
+    RenderService renderer_;
+    std::vector<std::unique_ptr<MainWindow>> windows_;
+};
+
+}  // namespace quirebind

@@ -1,0 +1,138 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Quirebind/Views/DocumentRowDelegate.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QFontMetrics>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
+#include <algorithm>
+
+#include "Quirebind/Views/Colours.h"
+#include "Quirebind/Views/DocumentListModel.h"
+#include "Quirebind/Views/Symbol.h"
+#include "Quirebind/Views/TextLabel.h"
+
+namespace quirebind {
+
+namespace {
+
+constexpr int kInset = 8;        // between the list's edge and a row's background
+constexpr int kHorizontal = 10;  // within the background
+constexpr int kVertical = 6;
+constexpr int kBetweenColumns = 10;
+constexpr int kBetweenLines = 4;
+constexpr double kRadius = 8;
+
+struct Metrics {
+    QFontMetrics name{font(TextStyle::body)};
+    QFontMetrics pages{font(TextStyle::caption)};
+    int icon = QFontMetrics(font(TextStyle::title2)).height();
+
+    [[nodiscard]] int textHeight() const { return name.height() + kBetweenLines + pages.height(); }
+};
+
+/// Text that runs the other way than the layout must not reorder what is around it.
+QString isolated(const QString& text) {
+    return QChar(0x2068) + text + QChar(0x2069);
+}
+
+/// A file's name as text for a tool tip, letter for letter: left to itself, the toolkit takes a
+/// name with brackets for markup. Where there is no place to break a long name, one is made.
+QString toolTip(const QString& name) {
+    constexpr int kLongestRun = 60;
+    QString breakable;
+    int run = 0;
+    for (const QChar letter : name) {
+        run = letter.isSpace() ? 0 : run + 1;
+        if (run % kLongestRun == kLongestRun - 1) breakable += QChar(0x200b);
+        breakable += letter;
+    }
+    return QStringLiteral("<p style='white-space:pre-wrap'>") + breakable.toHtmlEscaped() +
+           QStringLiteral("</p>");
+}
+
+}  // namespace
+
+DocumentRowDelegate::DocumentRowDelegate()
+    : icon_(symbol(QStringLiteral("doc.text"), Tint::accent)) {}
+
+QSize DocumentRowDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const {
+    const Metrics metrics;
+    return {0, std::max(metrics.textHeight(), metrics.icon) + 2 * kVertical + 4};
+}
+
+bool DocumentRowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
+                                    const QStyleOptionViewItem& option, const QModelIndex& index) {
+    if (event->type() != QEvent::ToolTip || !index.isValid())
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    QToolTip::showText(event->globalPos(), toolTip(index.data(Qt::ToolTipRole).toString()), view,
+                       option.rect);
+    return true;
+}
+
+void DocumentRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                                const QModelIndex& index) const {
+    const Metrics metrics;
+    const bool enabled = (option.state & QStyle::State_Enabled) != 0;
+    // Not State_Active, which is that of the list: a selection stays visible when it loses the
+    // focus.
+    const bool active = (option.widget == nullptr || option.widget->isActiveWindow()) && enabled;
+    const bool selected = (option.state & QStyle::State_Selected) != 0;
+    const bool focused = (option.state & QStyle::State_HasFocus) != 0;
+    const bool hovered = (option.state & QStyle::State_MouseOver) != 0 && enabled;
+    const QPalette& palette = option.palette;
+    const auto group = enabled ? QPalette::Active : QPalette::Disabled;
+    const QRect background = option.rect.adjusted(kInset, 1, -kInset, -1);
+
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    if (selected || hovered) {
+        painter->setBrush(
+            selected ? selectionFill(palette, active)
+                     : mix(palette.color(QPalette::Text), palette.color(QPalette::Base), 0.045));
+        painter->drawRoundedRect(background, kRadius, kRadius);
+    }
+    if (focused) {
+        painter->setPen(QPen(accent(palette), 1.5));
+        painter->setBrush(Qt::NoBrush);
+        painter->drawRoundedRect(QRectF(background).adjusted(0.75, 0.75, -0.75, -0.75), kRadius,
+                                 kRadius);
+    }
+
+    const QRect content = background.adjusted(kHorizontal, 0, -kHorizontal, 0);
+    const QRect icon(content.left(), content.center().y() - metrics.icon / 2, metrics.icon,
+                     metrics.icon);
+    const int textWidth = content.width() - metrics.icon - kBetweenColumns;
+    const QRect name(content.left() + metrics.icon + kBetweenColumns,
+                     content.center().y() - metrics.textHeight() / 2 + 1, textWidth,
+                     metrics.name.height());
+    const QRect pages(name.left(), name.bottom() + 1 + kBetweenLines, textWidth,
+                      metrics.pages.height());
+    const auto mirrored = [&](const QRect& rect) {
+        return QStyle::visualRect(option.direction, content, rect);
+    };
+    const Qt::Alignment side = QStyle::visualAlignment(option.direction, Qt::AlignLeft);
+    const int alignment = static_cast<int>(side | Qt::AlignVCenter) | Qt::TextSingleLine;
+
+    icon_.paint(painter, mirrored(icon), Qt::AlignCenter,
+                enabled ? QIcon::Normal : QIcon::Disabled);
+    painter->setFont(font(TextStyle::body));
+    painter->setPen(palette.color(group, QPalette::Text));
+    painter->drawText(
+        mirrored(name), alignment,
+        isolated(metrics.name.elidedText(index.data(DocumentListModel::nameRole).toString(),
+                                         Qt::ElideMiddle, textWidth)));
+    painter->setFont(font(TextStyle::caption));
+    painter->setPen(palette.color(group, kSecondaryText));
+    painter->drawText(mirrored(pages), alignment,
+                      metrics.pages.elidedText(index.data(DocumentListModel::pagesRole).toString(),
+                                               Qt::ElideRight, textWidth));
+    painter->restore();
+}
+
+}  // namespace quirebind

@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Quirebind/Views/DropHighlight.h"
+
+#include <QEvent>
+#include <QPainter>
+
+#include "Quirebind/Views/Colours.h"
+
+namespace quirebind {
+
+namespace {
+
+constexpr double kRadius = 8;
+constexpr double kLineWidth = 3;
+
+}  // namespace
+
+DropHighlight::DropHighlight(QWidget& covered) : QWidget(&covered) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setAttribute(Qt::WA_NoSystemBackground);
+    setFocusPolicy(Qt::NoFocus);
+    covered.installEventFilter(this);
+    hide();
+}
+
+bool DropHighlight::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Resize) setGeometry(parentWidget()->rect());
+    return QWidget::eventFilter(watched, event);
+}
+
+void DropHighlight::paintEvent(QPaintEvent*) {
+    // Stroked on the very edge: the outer half of the line is clipped away.
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QPen pen(accent(palette()), kLineWidth, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin);
+    pen.setMiterLimit(10);
+    painter.setPen(pen);
+    painter.drawRoundedRect(QRectF(rect()), kRadius, kRadius);
+}
+
+}  // namespace quirebind

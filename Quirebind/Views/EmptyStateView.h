@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+#include "Quirebind/Views/Symbol.h"
+#include "Quirebind/Views/TextLabel.h"
+
+namespace quirebind {
+
+/// What a region shows while it has nothing to show: a large symbol, a title and a description,
+/// centred.
+class EmptyStateView : public QWidget {
+ public:
+    EmptyStateView(const QString& symbolName, const QString& title, const QString& description);
+
+ private:
+    SymbolView symbol_;
+    TextLabel title_;
+    TextLabel description_;
+};
+
+}  // namespace quirebind

@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Quirebind/Views/MergeBar.h"
+
+#include <QShortcut>
+#include <memory>
+
+#include "Quirebind/Desktop/HandOver.h"
+#include "Quirebind/Views/ControlStyle.h"
+#include "Quirebind/Views/Layout.h"
+#include "Quirebind/Views/Texts.h"
+#include "Quirebind/Workflow/ContentView.h"
+
+namespace quirebind {
+
+namespace {
+
+constexpr std::size_t kFewestToMerge = 2;
+
+}  // namespace
+
+MergeBar::MergeBar(ContentView& state)
+    : state_(state),
+      summary_(TextStyle::headline),
+      privacy_(TextStyle::caption, Emphasis::secondary) {
+    privacy_.setText(text::privacy());
+    showInFinder_.setText(text::showInFinder());
+    showInFinder_.setAutoDefault(false);
+    showInFinder_.hide();
+    connect(&showInFinder_, &QPushButton::clicked, this, [this] { state_.showInFinder(); });
+    activity_.hide();
+    mergeButton_.setProperty(kProminent, true);
+    mergeButton_.setAutoDefault(false);
+    connect(&mergeButton_, &QPushButton::clicked, this, [this] { state_.merge(); });
+    // As children of the button they are enabled when it is.
+    for (const auto key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto shortcut = std::make_unique<QShortcut>(QKeySequence(Qt::CTRL | key), &mergeButton_);
+        connect(shortcut.get(), &QShortcut::activated, &mergeButton_,
+                [this] { mergeButton_.animateClick(); });
+        handOver(std::move(shortcut));  // the button owns it
+    }
+    layout::set(*this, layout::padded(
+                           {20, 20, 20, 20},
+                           layout::row(layout::kSpacing, layout::column(4, summary_, privacy_),
+                                       layout::kStretch, showInFinder_, activity_, mergeButton_)));
+}
+
+void MergeBar::redraw() {
+    const auto documents = state_.files().size();
+    const bool merging = state_.merging();
+    summary_.setText(text::summary(static_cast<std::int64_t>(documents), state_.pageCount()));
+    showInFinder_.setVisible(state_.output().has_value());
+    activity_.setVisible(merging);
+    mergeButton_.setText(merging ? text::merging() : text::mergePDFs());
+    mergeButton_.setEnabled(documents >= kFewestToMerge && !merging);
+}
+
+}  // namespace quirebind

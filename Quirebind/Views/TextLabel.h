@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QFont>
+#include <QLabel>
+#include <cstdint>
+
+namespace quirebind {
+
+/// The sizes of text, relative to the user's own.
+enum class TextStyle : std::uint8_t { largeTitle, title, title2, headline, body, caption };
+
+/// The application's font in a style.
+[[nodiscard]] QFont font(TextStyle style);
+
+/// How strongly a text speaks.
+enum class Emphasis : std::uint8_t { primary, secondary };
+
+/// A text in one of the styles, which follows changes of the user's font and colours.
+class TextLabel : public QLabel {
+ public:
+    explicit TextLabel(TextStyle style, Emphasis emphasis = Emphasis::primary);
+
+    void setBold(QFont::Weight weight);
+
+ protected:
+    void changeEvent(QEvent* event) override;
+
+ private:
+    void restyle();
+
+    TextStyle style_;
+    Emphasis emphasis_;
+    QFont::Weight weight_ = QFont::Normal;
+};
+
+}  // namespace quirebind
