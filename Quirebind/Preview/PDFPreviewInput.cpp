@@ -1,0 +1,223 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include <QAccessible>
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QScrollBar>
+#include <QWheelEvent>
+#include <algorithm>
+
+#include "Quirebind/Preview/PDFPreview.h"
+#include "Quirebind/Preview/RenderService.h"
+#include "Quirebind/Views/Texts.h"
+
+// What the user does with a document that is shown: scroll, select, copy, follow links.
+
+namespace quirebind {
+
+namespace {
+
+constexpr double kOverlap = 40;      // of what was in sight, that stays so when it is paged
+constexpr double kLine = 40;         // pixels that an arrow key scrolls by
+constexpr double kWheelNotch = 120;  // the toolkit's units for one notch of a wheel
+
+}  // namespace
+
+void PDFPreview::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy)) {
+        copy();
+        return;
+    }
+    if (event->matches(QKeySequence::SelectAll)) {
+        selection_.selectAll();
+        viewport()->update();
+        service_.wake();
+        return;
+    }
+    if (event->matches(QKeySequence::Back)) {
+        goBack();
+        return;
+    }
+    const double page = std::max(viewport()->height() - kOverlap, kLine);
+    const bool shift = (event->modifiers() & Qt::ShiftModifier) != 0;
+    switch (event->key()) {
+        case Qt::Key_Home:
+            scrollTo(0);
+            return;
+        case Qt::Key_End:
+            scrollTo(column_.height());
+            return;
+        case Qt::Key_PageUp:
+            scrollTo(top() - page);
+            return;
+        case Qt::Key_PageDown:
+            scrollTo(top() + page);
+            return;
+        case Qt::Key_Space:
+            scrollTo(top() + (shift ? -page : page));
+            return;
+        case Qt::Key_Up:
+            scrollTo(top() - kLine);
+            return;
+        case Qt::Key_Down:
+            scrollTo(top() + kLine);
+            return;
+        default:
+            QAbstractScrollArea::keyPressEvent(event);
+    }
+}
+
+void PDFPreview::wheelEvent(QWheelEvent* event) {
+    // A touchpad says how many pixels; a wheel, how many notches.
+    const bool fine = !event->pixelDelta().isNull();
+    const double lines = QApplication::wheelScrollLines();
+    const double by =
+        fine ? event->pixelDelta().y() : event->angleDelta().y() / kWheelNotch * lines * kLine / 2;
+    scrollTo(top() - by);
+    event->accept();
+}
+
+// Selecting.
+
+TextSelection::Position PDFPreview::positionAt(const QPointF& point) const {
+    const std::size_t page = column_.pageAt(top() + point.y());
+    return {page, (point - pageRect(page).topLeft()) / column_.scale()};
+}
+
+void PDFPreview::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton || column_.count() == 0) return;
+    const TextSelection::Position position = positionAt(event->position());
+    selecting_ = true;
+    pressed_ = event->position();
+    const bool third = sinceDoubleClick_.isValid() &&
+                       !sinceDoubleClick_.hasExpired(QApplication::doubleClickInterval());
+    sinceDoubleClick_.invalidate();
+    if (third)
+        selection_.begin(position, TextSelection::Unit::line);
+    else if ((event->modifiers() & Qt::ShiftModifier) != 0 && !selection_.isEmpty())
+        selection_.extend(position);
+    else
+        selection_.begin(position);
+    viewport()->update();
+    service_.wake();
+}
+
+void PDFPreview::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton || column_.count() == 0) return;
+    sinceDoubleClick_.start();
+    selection_.begin(positionAt(event->position()), TextSelection::Unit::word);
+    viewport()->update();
+    service_.wake();
+}
+
+/// A hand over a link, a text cursor over text.
+void PDFPreview::showPointer(const QPointF& point) {
+    const TextSelection::Position position = positionAt(point);
+    if (!selecting_ && links_.isAt(*document_, position.page, position.point)) {
+        viewport()->setCursor(Qt::PointingHandCursor);
+        return;
+    }
+    const PageText* text = selection_.pageText(position.page);
+    const bool over = text != nullptr && std::ranges::any_of(text->areas, [&](const QRectF& area) {
+                          return area.contains(position.point);
+                      });
+    viewport()->setCursor(over ? Qt::IBeamCursor : Qt::ArrowCursor);
+}
+
+void PDFPreview::mouseMoveEvent(QMouseEvent* event) {
+    if (column_.count() == 0) return;
+    showPointer(event->position());
+    if (!selecting_) return;
+    const double y = event->position().y();
+    if (y < 0) scrollTo(top() + y);
+    if (y > viewport()->height()) scrollTo(top() + y - viewport()->height());
+    selection_.extend(positionAt(event->position()));
+    viewport()->update();
+    service_.wake();
+}
+
+void PDFPreview::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) return;
+    const bool clicked = selecting_ && (event->position() - pressed_).manhattanLength() <
+                                           QApplication::startDragDistance();
+    selecting_ = false;
+    if (clicked && column_.count() != 0 && event->modifiers() == Qt::NoModifier)
+        followLink(positionAt(event->position()));
+}
+
+// Links.
+
+void PDFPreview::followLink(const TextSelection::Position& position) {
+    const auto target = links_.target(*document_, position.page, position.point);
+    if (!target) return;
+    wayBack_.push_back(column_.anchorAt(top()));
+    scrollTo(column_.pageTop(target->page) + target->y * column_.scale() - PageColumn::kGap);
+}
+
+void PDFPreview::goBack() {
+    if (wayBack_.empty()) return;
+    scrollTo(column_.positionOf(wayBack_.back()));
+    wayBack_.pop_back();
+}
+
+void PDFPreview::contextMenuEvent(QContextMenuEvent* event) {
+    QMenu menu(this);
+    QAction* copyAction = menu.addAction(text::copy());
+    copyAction->setShortcut(QKeySequence::Copy);
+    copyAction->setShortcutVisibleInContextMenu(true);
+    copyAction->setEnabled(!selection_.isEmpty());
+    connect(copyAction, &QAction::triggered, this, [this] { copy(); });
+    menu.exec(event->globalPos());
+}
+
+void PDFPreview::copy() {
+    copying_ = !selection_.isEmpty();
+    if (copying_) finishCopying();
+    service_.wake();
+}
+
+void PDFPreview::finishCopying() {
+    const auto text = selection_.text();
+    if (!text) return;  // the rest is still to come
+    copying_ = false;
+    if (!text->isEmpty()) QApplication::clipboard()->setText(*text);
+}
+
+// What is told to assistive technology.
+
+void PDFPreview::tellPosition() {
+    if (column_.count() == 0) return;
+    toldPage_ = currentPage();
+    const QString position = text::pagePosition(static_cast<std::int64_t>(toldPage_) + 1,
+                                                static_cast<std::int64_t>(column_.count()));
+    const QString words = currentPageText();
+    setAccessibleDescription(words.isEmpty() ? position : position + QLatin1Char('\n') + words);
+}
+
+void PDFPreview::changeEvent(QEvent* event) {
+    QAbstractScrollArea::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) recolour();
+    viewport()->update();
+}
+
+void PDFPreview::focusInEvent(QFocusEvent* event) {
+    QAbstractScrollArea::focusInEvent(event);
+    viewport()->update();
+}
+
+void PDFPreview::focusOutEvent(QFocusEvent* event) {
+    QAbstractScrollArea::focusOutEvent(event);
+    viewport()->update();
+}
+
+bool PDFPreview::event(QEvent* event) {
+    if (event->type() == QEvent::Show || event->type() == QEvent::ScreenChangeInternal)
+        service_.wake();
+    return QAbstractScrollArea::event(event);
+}
+
+}  // namespace quirebind

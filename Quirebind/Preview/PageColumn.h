@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "Platform/PDF/PageSize.h"
+
+namespace quirebind {
+
+/// Where pages are in a column of all of them, one below the other, as wide as the pane:
+///
+///     margin
+///     page 0
+///     gap
+///     page 1
+///     ...
+///     margin
+///
+/// One scale holds for all pages; the widest fills the pane. Lengths are in pixels of the layout,
+/// with y growing downwards from the top of the column. No page is a point: a page whose sides are
+/// more than a hundred to one is shown as if they were a hundred to one.
+class PageColumn {
+ public:
+    static constexpr double kMargin = 16;
+    static constexpr double kGap = 12;
+
+    /// A place in the column that stays the same when the scale changes.
+    struct Anchor {
+        std::size_t page = 0;
+        double fraction =
+            0;  ///< Of the page's height and the gap behind it; negative in the margin.
+    };
+
+    /// Sets the sizes of all pages.
+    void setSizes(std::vector<PageSize> sizes);
+    /// Corrects the sizes of some pages, from `first` on.
+    void setSizes(std::size_t first, const std::vector<PageSize>& sizes);
+    /// Fits the pages into a pane of that width.
+    void setWidth(double width);
+
+    [[nodiscard]] std::size_t count() const { return sizes_.size(); }
+    [[nodiscard]] double height() const;
+    [[nodiscard]] double width() const { return width_; }
+    /// Pixels per point.
+    [[nodiscard]] double scale() const { return scale_; }
+
+    [[nodiscard]] double pageTop(std::size_t page) const;
+    [[nodiscard]] double pageLeft(std::size_t page) const;
+    [[nodiscard]] double pageWidth(std::size_t page) const;
+    [[nodiscard]] double pageHeight(std::size_t page) const;
+    /// The page at `y`, or the last one above it; 0 in the upper margin. Needs a page.
+    [[nodiscard]] std::size_t pageAt(double y) const;
+
+    [[nodiscard]] Anchor anchorAt(double y) const;
+    [[nodiscard]] double positionOf(const Anchor& anchor) const;
+
+ private:
+    void layOut();
+
+    std::vector<PageSize> sizes_;
+    std::vector<double> tops_;  // in points, of the pages alone, and one for the end
+    double widest_ = 0;
+    double width_ = 0;
+    double scale_ = 1;
+};
+
+}  // namespace quirebind

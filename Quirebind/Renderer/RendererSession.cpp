@@ -1,0 +1,183 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#include "Quirebind/Renderer/RendererSession.h"
+
+#include <QFile>
+#include <QImage>
+#include <QPainter>
+#include <QPdfSelection>
+#include <QTextBoundaryFinder>
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include "Platform/Files/FileSystem.h"
+
+namespace quirebind {
+
+namespace {
+
+QByteArray coded(const QPdfSelection& selection) {
+    PageText text{selection.text(), {}};
+    for (const QPolygonF& polygon : selection.bounds()) text.areas << polygon.boundingRect();
+    return encode(text);
+}
+
+/// The word at a point of a page, on a line of text that ends at another; nothing selected
+/// where there is none. The toolkit finds characters only as the ends of a selection.
+QPdfSelection wordAt(QPdfDocument& document, int page, const QPointF& point,
+                     const QPointF& endOfLine) {
+    constexpr double kBefore = 30;
+    QPdfSelection rest = document.getSelection(page, point, endOfLine);
+    int at = rest.startIndex();
+    if (!rest.isValid()) {  // the point is on the last character
+        rest = document.getSelection(page, point - QPointF(kBefore, 0), point);
+        at = rest.endIndex() - 1;
+    }
+    if (!rest.isValid()) return rest;
+    const QString text = document.getAllText(page).text();
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Word, text);
+    finder.setPosition(at + 1);
+    const qsizetype begin = finder.toPreviousBoundary();
+    const qsizetype end = finder.toNextBoundary();
+    if (begin < 0 || end <= begin) return rest;
+    return document.getSelectionAtIndex(page, static_cast<int>(begin),
+                                        static_cast<int>(end - begin));
+}
+
+}  // namespace
+
+void RendererSession::run() {
+    while (const auto request = receive()) {
+        ::alarm(render::kSecondsForRequest);  // its signal ends the process
+        if (!answer(*request)) return;
+        ::alarm(0);
+    }
+}
+
+std::optional<render::Request> RendererSession::receive() {
+    render::Request request;
+    iovec content{&request, sizeof request};
+    alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(int))> control{};
+    msghdr message{};
+    message.msg_iov = &content;
+    message.msg_iovlen = 1;
+    message.msg_control = control.data();
+    message.msg_controllen = control.size();
+    ssize_t received = 0;
+    do {
+        received = ::recvmsg(socket_, &message, MSG_WAITALL | MSG_CMSG_CLOEXEC);
+    } while (received < 0 && errno == EINTR);
+    if (received != ssize_t{sizeof request} || request.magic != render::kMagic) return std::nullopt;
+    const cmsghdr* header = CMSG_FIRSTHDR(&message);
+    if (header != nullptr && header->cmsg_type == SCM_RIGHTS) {
+        int number = -1;
+        std::memcpy(&number, CMSG_DATA(header), sizeof number);
+        passed_ = FileDescriptor(FileSystem::native(), number);
+    }
+    return request;
+}
+
+bool RendererSession::reply(const render::Answer& answer,
+                            std::span<const std::byte> content) const {
+    const auto send = [this](std::span<const std::byte> bytes) {
+        while (!bytes.empty()) {
+            const ssize_t sent = ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+            if (sent < 0 && errno == EINTR) continue;
+            if (sent <= 0) return false;
+            bytes = bytes.subspan(static_cast<std::size_t>(sent));
+        }
+        return true;
+    };
+    return send(std::as_bytes(std::span(&answer, 1))) && send(content);
+}
+
+bool RendererSession::fail(const render::Request& request) const {
+    return reply({.kind = render::Kind::failed, .id = request.id}, {});
+}
+
+bool RendererSession::hasPage(const render::Request& request) const {
+    return document_ && std::cmp_less(request.page, document_->pageCount());
+}
+
+bool RendererSession::answer(const render::Request& request) {
+    switch (request.kind) {
+        case render::Kind::open:
+            return open(request);
+        case render::Kind::render:
+            return draw(request);
+        case render::Kind::text:
+        case render::Kind::select:
+        case render::Kind::word:
+            return read(request);
+        case render::Kind::failed:
+            break;
+    }
+    return false;
+}
+
+bool RendererSession::open(const render::Request& request) {
+    document_.reset();
+    auto file = std::make_unique<QFile>();
+    // The descriptor stays ours: reading begins at the start, wherever an earlier reader left it.
+    if (passed_.number() < 0 || !file->open(passed_.number(), QIODevice::ReadOnly)) {
+        return fail(request);
+    }
+    file->seek(0);
+    file_ = std::move(file);
+    document_ = std::make_unique<QPdfDocument>();
+    document_->load(file_.get());
+    // What is asked of a document that did not load fails then; opening it has been answered.
+    if (document_->status() != QPdfDocument::Status::Ready) document_.reset();
+    return reply({.kind = render::Kind::open, .id = request.id}, {});
+}
+
+bool RendererSession::draw(const render::Request& request) {
+    const std::uint64_t pixels = std::uint64_t{request.width} * request.height;
+    if (!hasPage(request) || pixels == 0 || pixels > render::kMostPixels) return fail(request);
+    const QSize size(static_cast<int>(request.width), static_cast<int>(request.height));
+    QPdfDocumentRenderOptions options;
+    options.setRenderFlags(QPdfDocumentRenderOptions::RenderFlag::Annotations);
+    const QImage drawn = document_->render(static_cast<int>(request.page), size, options);
+    QImage picture(size, QImage::Format_RGB32);
+    if (drawn.isNull() || picture.isNull()) return fail(request);
+    picture.fill(Qt::white);  // paper
+    {
+        QPainter painter(&picture);
+        painter.drawImage(0, 0, drawn);
+    }
+    const std::span<const uchar> bytes(picture.constBits(),
+                                       static_cast<std::size_t>(picture.sizeInBytes()));
+    return reply({.kind = render::Kind::render,
+                  .id = request.id,
+                  .width = request.width,
+                  .height = request.height,
+                  .length = static_cast<std::uint32_t>(bytes.size())},
+                 std::as_bytes(bytes));
+}
+
+bool RendererSession::read(const render::Request& request) {
+    if (!hasPage(request)) return fail(request);
+    const int page = static_cast<int>(request.page);
+    const QPointF from(request.from.x, request.from.y);
+    const QPointF to(request.to.x, request.to.y);
+    QByteArray text;
+    if (request.kind == render::Kind::text)
+        text = coded(document_->getAllText(page));
+    else if (request.kind == render::Kind::select)
+        text = coded(document_->getSelection(page, from, to));
+    else
+        text = coded(wordAt(*document_, page, from, to));
+    if (std::cmp_greater(text.size(), render::kMostText)) return fail(request);
+    return reply(
+        {.kind = request.kind, .id = request.id, .length = static_cast<std::uint32_t>(text.size())},
+        std::as_bytes(std::span(text.constData(), static_cast<std::size_t>(text.size()))));
+}
+
+}  // namespace quirebind
