@@ -13,8 +13,8 @@
 
 /// What other readers of PDF see in a file. They run as programs of their own: qpdf, mutool, and
 /// pdfinfo, pdftotext and pdftoppm. Every function throws std::runtime_error, and so fails the
-/// test, if a program is missing or takes more than a minute; and, where nothing else is said, if
-/// it reports that it cannot read the file.
+/// test, if a program is missing or takes more than four minutes; and, where nothing else is said,
+/// if it reports that it cannot read the file.
 namespace quirebind::test {
 
 struct CheckResult {
@@ -75,6 +75,9 @@ void PrintTo(const PageView& view, std::ostream* out);  // NOLINT(readability-id
 /// qpdf's text of an object, in one line with the keys of dictionaries sorted: "3", "3,1" (with the
 /// generation), or "trailer". For a stream, its dictionary.
 [[nodiscard]] std::string objectText(const std::filesystem::path& file, const std::string& object);
+
+/// The numbers of the page objects in the order of the pages, by qpdf.
+[[nodiscard]] std::vector<std::string> pageNumbers(const std::filesystem::path& file);
 
 /// qpdf's text of each page's dictionary, in the order of the pages.
 [[nodiscard]] std::vector<std::string> pageDictionaries(const std::filesystem::path& file);
