@@ -180,8 +180,10 @@ TEST(Insertion, intoAnOpenedDocumentIsRefused) {
 
 TEST(Insertion, ofADamagedPageSpoilsTheDocument) {
     const Bench bench;
+    const std::string lost = replaced(onePageWith(), "{{object 4 0}}\n<< /Length {{length}} >>",
+                                      "{{object 44 0}}\n<< /Length {{length}} >>");
     const PDFDocument damaged = openOrFail(bench.fixture(
-        "damaged.pdf", replaced(onePageWith(), "\n{{xref}}", "\n{{entry 4 1 9 0}}\n{{xref}}")));
+        "damaged.pdf", replaced(lost, "\n{{xref}}", "\n{{entry 4 1 9 0}}\n{{xref}}")));
     const PDFDocument good = openPages(bench, "a", 1);
     PDFDocument output;
     ASSERT_TRUE(output.insertPage(pageOf(good, 0), 0));

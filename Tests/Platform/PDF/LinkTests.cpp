@@ -40,22 +40,10 @@ std::string linkedPages() {
                     link(22, 3));
 }
 
-/// The numbers of the page objects of a file, in their order, by qpdf.
-std::vector<std::string> pageObjectNumbers(const std::string& path) {
-    // "page 1: 3 0 R"
-    const std::string text = runOrFail({"qpdf", "--show-pages", path});
-    const std::regex line("page [0-9]+: ([0-9]+) 0 R");
-    std::vector<std::string> numbers;
-    for (std::sregex_iterator i(text.begin(), text.end(), line), end; i != end; ++i) {
-        numbers.push_back(i->str(1));
-    }
-    return numbers;
-}
-
 /// For each page the index of the page that its link leads to; -1 where it has a link that leads to
 /// no page.
 std::vector<int> linkTargets(const std::string& path) {
-    const std::vector<std::string> pages = pageObjectNumbers(path);
+    const std::vector<std::string> pages = test::pageNumbers(path);
     std::vector<int> targets;
     for (const std::string& page : pages) {
         std::smatch match;

@@ -73,6 +73,7 @@ INSTANTIATE_TEST_SUITE_P(
         Kind("withWrongIndexes",
              packed("", "", "{{entry 3 2 6 0}}\n{{entry 5 2 6 77}}\n{{entry 1 2 6 2}}\n")),
         Kind("thatPromisesMoreObjects", packed("", "/N 99")),
+        Kind("thatIsNotListed", packed("", "", "{{free 6 1}}\n")),
         Kind("thatExtendsAnother",
              "{{header 1.5}}\n" + content() + "{{objectstream 6 0}}\n" + kFontMember +
                  "{{endobjectstream}}\n{{objectstream 7 0}}\n/Extends 6 0 R\n" + kMembers +
@@ -88,7 +89,6 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(Kind("thatIsNoStream",
                            replaced(packed(""), "{{xrefstream",
                                     "{{object 6 0}}\n<< /N 4 /First 20 >>\nendobj\n{{xrefstream")),
-                      Kind("thatIsNotThere", packed("", "", "{{free 6 1}}\n")),
                       Kind("withoutFirst", packed("without=/First")),
                       Kind("withNegativeFirst", packed("", "/First -5")),
                       Kind("withFirstBehindItsEnd", packed("", "/First 99999")),

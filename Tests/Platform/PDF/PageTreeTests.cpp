@@ -77,23 +77,30 @@ INSTANTIATE_TEST_SUITE_P(
         Kind("withoutParents",
              replaced(withRoot("<< /Type /Pages /Kids [3 0 R 7 0 R] /Count 2 >>"), "/Parent 2 0 R ",
                       ""),
-             {200, 500}, {"one", "two"})),
-    nameOfKind);
-
-INSTANTIATE_TEST_SUITE_P(
-    PageTree, RefusedFile,
-    ::testing::Values(
-        Kind("thatContainsItself", withRoot("<< /Type /Pages /Kids [3 0 R 2 0 R] /Count 2 >>")),
+             {200, 500}, {"one", "two"}),
         Kind("whoseNodesContainOneAnother",
              withRoot("<< /Type /Pages /Kids [9 0 R] /Count 1 >>",
                       "{{object 9 0}}\n<< /Type /Pages /Kids [10 0 R] >>\nendobj\n"
                       "{{object 10 0}}\n<< /Type /Pages /Kids [3 0 R 9 0 R] >>\nendobj\n")),
-        Kind("withANumberForAPage", withRoot("<< /Type /Pages /Kids [3 0 R 9 0 R] /Count 2 >>",
-                                             "{{object 9 0}}\n42\nendobj\n")),
         Kind("withADirectPage",
-             withRoot("<< /Type /Pages /Kids [3 0 R << /Type /Page >>] /Count 2 >>")),
+             withRoot("<< /Type /Pages /Kids [3 0 R << /Type /Page /MediaBox [0 0 500 300] "
+                      "/Contents 8 0 R /Resources << /Font << /F1 5 0 R >> >> >>] /Count 2 >>"),
+             {200, 500}, {"one", "two"}),
+        Kind("withADirectNode",
+             withRoot("<< /Type /Pages /Kids [<< /Type /Pages /Kids [3 0 R] /Count 1 >> 7 0 R] "
+                      "/Count 2 >>"),
+             {200, 500}, {"one", "two"}),
         Kind("thatIsMissing", replaced(onePageWith(), "/Pages 2 0 R", "")),
         Kind("thatIsDirect", replaced(onePageWith(), "/Pages 2 0 R", "/Pages " + kTreeNode))),
+    nameOfKind);
+
+INSTANTIATE_TEST_SUITE_P(
+    PageTree, RefusedFile,
+    ::testing::Values(Kind("thatContainsItselfInThePlaceOfAPage",
+                           withRoot("<< /Type /Pages /Kids [3 0 R 2 0 R] /Count 2 >>")),
+                      Kind("withANumberForAPage",
+                           withRoot("<< /Type /Pages /Kids [3 0 R 9 0 R] /Count 2 >>",
+                                    "{{object 9 0}}\n42\nendobj\n"))),
     nameOfKind);
 
 /// One page below so many nodes, each of which adds a key.

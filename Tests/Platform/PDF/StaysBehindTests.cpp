@@ -102,14 +102,28 @@ TEST(StaysBehind, theCatalogThatAnActionRefersTo) {
     EXPECT_THAT(objects, HasSubstr("/GoTo"));
 }
 
-TEST(StaysBehind, theStructureTreeThatAnElementBelongsTo) {
+TEST(StaysBehind, theRootOfTheStructureThatAnElementBelongsTo) {
     const std::string objects = expectNothingLeft(replaced(
         wholeDocument("/Element 41 0 R",
                       "{{object 40 0}}\n<< /Type /StructTreeRoot /K 41 0 R /LEFT 1 >>\nendobj\n"
                       "{{object 41 0}}\n<< /Type /StructElem /S /P /P 40 0 R /Alt (alternative) "
                       ">>\nendobj\n"),
         "/Type /Catalog", "/Type /Catalog /StructTreeRoot 40 0 R"));
+    // The element itself comes along, below the output's own root.
     EXPECT_THAT(objects, HasSubstr("alternative"));
+    EXPECT_THAT(objects, HasSubstr("/Type /StructTreeRoot"));
+    EXPECT_EQ(objects.find("/StructElem"), objects.rfind("/StructElem"));
+}
+
+TEST(StaysBehind, theElementThatIsInNoStructure) {
+    const std::string objects = expectNothingLeft(replaced(
+        wholeDocument(
+            "/Annots [40 0 R]",
+            "{{object 40 0}}\n<< /Type /Annot /Subtype /Link /Rect [0 0 9 9] /A << /S /GoTo "
+            "/D [3 0 R /Fit] /SD [41 0 R /Fit] >> >>\nendobj\n{{object 41 0}}\n<< /Type "
+            "/StructElem /S /P /LEFT 1 >>\nendobj\n"),
+        "/Type /Catalog", "/Type /Catalog /StructTreeRoot 42 0 R"));
+    EXPECT_THAT(objects, HasSubstr("/GoTo"));
 }
 
 TEST(StaysBehind, theParentOfAPageWhateverItIsSpeltLike) {
