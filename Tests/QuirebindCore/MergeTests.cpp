@@ -60,6 +60,24 @@ TEST(Merge, copiesASourceAsOftenAsItIsListed) {
                 ElementsAre("a-1", "a-2", "b-1", "a-1", "a-2", "a-1", "a-2"));
 }
 
+TEST(Merge, joinsDocumentsThatOnlyTheirOwnersMayChange) {
+    const TemporaryFolder folder;
+    const std::string plain = addPages(folder, "a", 2);
+    std::vector<std::string> sources{plain};
+    for (const std::string bits : {"40", "128", "256"}) {
+        sources.push_back(folder / bits);
+        const auto result =
+            test::run({"qpdf", "--allow-weak-crypto", "--encrypt", "", "owner", bits,
+                       bits == "40" ? "--modify=n" : "--modify=none", "--", plain, sources.back()});
+        ASSERT_TRUE(result.succeeded()) << result.err;
+    }
+    merge(sources, folder / "out.pdf");
+    EXPECT_THAT(test::pageTexts(folder / "out.pdf"),
+                ElementsAre("a-1", "a-2", "a-1", "a-2", "a-1", "a-2", "a-1", "a-2"));
+    EXPECT_EQ(test::qpdfCheck(folder / "out.pdf").exitCode, 0);
+    EXPECT_EQ(test::run({"qpdf", "--is-encrypted", folder / "out.pdf"}).exitCode, 2);
+}
+
 TEST(Merge, ofNothingIsRefused) {
     const TemporaryFolder folder;
     expectFailure(failureOfMerging({}, folder / "out.pdf"), Kind::empty);
