@@ -28,9 +28,14 @@ endif()
 # What makes a mistake that is still there harder to use: canaries on the stack, checked library calls
 # and containers, checked jumps, addresses that nobody can foresee, relocations that nobody can change.
 if(NOT QUIREBIND_SANITIZE)
-  target_compile_options(QuirebindOptions INTERFACE -fstack-protector-strong -fstack-clash-protection)
-  target_compile_definitions(
-    QuirebindOptions INTERFACE $<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2> _GLIBCXX_ASSERTIONS)
+  # Some distributions' compilers define _FORTIFY_SOURCE themselves.
+  target_compile_options(
+    QuirebindOptions INTERFACE -fstack-protector-strong -U_FORTIFY_SOURCE
+                               $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
+  target_compile_definitions(QuirebindOptions INTERFACE _GLIBCXX_ASSERTIONS)
+  if(NOT APPLE)
+    target_compile_options(QuirebindOptions INTERFACE -fstack-clash-protection)
+  endif()
   include(CheckCXXCompilerFlag)
   check_cxx_compiler_flag(-fcf-protection=full has_cf_protection)
   if(has_cf_protection)
