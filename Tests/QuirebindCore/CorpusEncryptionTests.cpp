@@ -27,6 +27,11 @@ test::RunResult merge(const path& file, const std::string& destination) {
     return test::run({QUIREBIND_MERGE_PDFS, destination, file.string()});
 }
 
+/// mutool draws a mark of its own over a field whose signature is gone, as every merge leaves it.
+bool isSigned(const std::string& file) {
+    return test::fileJSON(file).find(R"("/FT": "/Sig")") != std::string::npos;
+}
+
 TEST(CorpusEncryption, withoutAPasswordArrivesInClear) {
     if (!test::corpusFolder()) GTEST_SKIP() << "QUIREBIND_CORPUS does not name a corpus";
     for (const path& file : test::corpusList("encrypted")) {
@@ -42,7 +47,8 @@ TEST(CorpusEncryption, withoutAPasswordArrivesInClear) {
         const int decrypted = test::run({"qpdf", "--decrypt", file.string(), byQPDF}).exitCode;
         EXPECT_TRUE(decrypted == 0 || decrypted == kWarnings) << file;
         EXPECT_EQ(test::pageTexts(merged), test::pageTexts(byQPDF)) << file;
-        EXPECT_EQ(test::renderingsByMuPDF(merged), test::renderingsByMuPDF(byQPDF)) << file;
+        const auto render = isSigned(byQPDF) ? test::renderingsByPoppler : test::renderingsByMuPDF;
+        EXPECT_EQ(render(merged), render(byQPDF)) << file;
     }
 }
 
