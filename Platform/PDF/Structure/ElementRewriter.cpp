@@ -10,16 +10,9 @@
 #include "Platform/PDF/Limits.h"
 #include "Platform/PDF/PDFName.h"
 #include "Platform/PDF/PDFString.h"
+#include "Platform/PDF/ReferenceText.h"
 
 namespace quirebind {
-namespace {
-
-void appendReference(std::uint32_t number, ByteBuffer& out) {
-    out.append(std::uint64_t{number});
-    out.append(" 0 R ");
-}
-
-}  // namespace
 
 std::string ElementRewriter::topElements(Value root) {
     Element element;
@@ -159,22 +152,22 @@ void ElementRewriter::writeID(Value id, const Element& element, EntryRewriter& e
 }
 
 void ElementRewriter::writeReferences(Value references, EntryRewriter& entries) {
-    ByteBuffer copies;
+    std::vector<std::uint32_t> copies;
     const auto append = [&](Value value) {
         const auto reference = value.reference();
         const auto copy = reference ? context_.copies.find(*reference) : std::nullopt;
-        if (copy) appendReference(*copy, copies);
+        if (copy) copies.push_back(*copy);
     };
     append(references);
     ArrayReader elements(inlined(references));
     while (const auto element = elements.next()) append(*element);
-    if (copies.size() == 0) {
+    if (copies.empty()) {
         entries.drop();
         return;
     }
     ByteBuffer& out = entries.replace();
     out.append("[");
-    out.append(copies.text());
+    appendReferences(copies, out);
     out.append("]");
 }
 
@@ -222,8 +215,15 @@ void ElementRewriter::appendKids(Value kids, const Element& element, ByteBuffer&
         appendKid(kids, element, out);
         return;
     }
+    const std::size_t begin = out.size();
     ArrayReader elements(kids);
-    while (const auto kid = elements.next()) appendKid(*kid, element, out);
+    while (const auto kid = elements.next()) {
+        const std::size_t before = out.size();
+        if (before != begin) out.append(" ");
+        const std::size_t separated = out.size();
+        appendKid(*kid, element, out);
+        if (out.size() == separated) out.shrink(before);
+    }
 }
 
 void ElementRewriter::appendKid(Value kid, const Element& element, ByteBuffer& out) {
@@ -236,7 +236,6 @@ void ElementRewriter::appendKid(Value kid, const Element& element, ByteBuffer& o
     if (kind != KidKind::element) {
         if (!context_.items.isCopied(kid, kind, element.verdict.page)) return;
         context_.items.append(kid, kind, out);
-        out.append(" ");
         return;
     }
     const ElementPlace place = element.place.of(kid, element.text);

@@ -54,6 +54,18 @@ TEST(Structure, ofTaggedDocumentsStaysAmongOthers) {
     EXPECT_EQ(structureOf(merged), kParagraph);
 }
 
+TEST(Structure, doesNotGrowWhenItIsMergedAgain) {
+    const Bench bench;
+    const std::string source = bench.fixture(
+        "a.pdf", taggedPage("/K [41 0 R] /ParentTree << /Nums [0 [41 0 R]] >>",
+                            element(41, "/S /P /P 40 0 R /Pg 3 0 R /K << /Type /MCR /MCID 0 >>")));
+    const std::string once = bench.merge({source, source}, "once.pdf");
+    const std::string twice = bench.merge({once}, "twice.pdf");
+    const std::string again = bench.merge({twice}, "again.pdf");
+    EXPECT_EQ(everyObject(again), everyObject(twice));
+    EXPECT_EQ(Bench::read(again).size(), Bench::read(twice).size());
+}
+
 TEST(Structure, whateverWayTheRootListsItsElements) {
     for (const std::string kids :
          {"/K 41 0 R", "/K [41 0 R]", "/K 42 0 R", "/K [null 41 0 R]",
