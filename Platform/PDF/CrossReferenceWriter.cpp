@@ -10,6 +10,8 @@
 
 #include <xxhash.h>
 
+#include "Platform/PDF/ReferenceText.h"
+
 namespace quirebind {
 namespace {
 
@@ -37,8 +39,7 @@ void appendTrailerEntries(ByteBuffer& out, std::size_t size, std::uint32_t root)
     out.append("/Size ");
     out.append(std::uint64_t{size});
     out.append("/Root ");
-    out.append(std::uint64_t{root});
-    out.append(" 0 R");
+    appendReference(root, out);
     appendIdentifier(out);
 }
 

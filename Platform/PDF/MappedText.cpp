@@ -3,6 +3,8 @@
 
 #include "Platform/PDF/MappedText.h"
 
+#include "Platform/PDF/ReferenceText.h"
+
 namespace quirebind {
 
 void MappedText::copyTo(std::size_t end, Role role, ByteBuffer& out) {
@@ -11,8 +13,7 @@ void MappedText::copyTo(std::size_t end, Role role, ByteBuffer& out) {
         out.append(text_.substr(at_, found.begin - at_));
         at_ = found.end;
         if (const auto number = map_.map(found.reference, role)) {
-            out.append(std::uint64_t{*number});
-            out.append(" 0 R");
+            appendReference(*number, out);
         } else {
             out.append("null");
         }

@@ -192,6 +192,16 @@ void ObjectReader::decryptWith(Decryptor decryptor) {
     streamsCost_ = 0;
 }
 
+std::string ObjectReader::body(const SourceObject& stream, std::uint64_t length) {
+    if (isEncrypted()) {
+        const auto resolved = [this](Value value) { return resolve(value); };
+        return decryptedBody(stream, length, StreamFilters(stream.value, resolved));
+    }
+    std::string bytes(static_cast<std::size_t>(length), '\0');
+    image_.copy(stream.bodyOffset, bytes);
+    return bytes;
+}
+
 std::string ObjectReader::decryptedBody(const SourceObject& stream, std::uint64_t length,
                                         const StreamFilters& filters) {
     std::string body(static_cast<std::size_t>(length), '\0');

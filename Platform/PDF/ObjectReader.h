@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/Encryption/Decryptor.h"
 #include "Platform/PDF/IndirectObject.h"
 #include "Platform/PDF/ObjectStream.h"
@@ -89,8 +90,10 @@ class ObjectReader {
     void decryptWith(Decryptor decryptor);
     [[nodiscard]] bool isEncrypted() const { return decryptor_ != nullptr; }
 
-    /// The body, of `length` bytes, of a stream of an encrypted document in clear. Its `filters`
-    /// still apply.
+    /// The body, of `length` bytes, of a stream, in clear. Its filters still apply.
+    [[nodiscard]] std::string body(const SourceObject& stream, std::uint64_t length);
+
+    /// The same of an encrypted document, where the stream's `filters` are known already.
     [[nodiscard]] std::string decryptedBody(const SourceObject& stream, std::uint64_t length,
                                             const StreamFilters& filters);
 
@@ -135,6 +138,19 @@ class ObjectReader {
     std::map<std::uint32_t, std::string> decrypted_;  // texts by object number, until trim
     WorkBudget roomForDecrypted_;                     // in bytes
 };
+
+/// Calls `read`, which may find damage in what no page needs: that is passed over, and the answer
+/// is false. Throws only where the document is exhausted.
+template <typename Read>
+bool attempt(ObjectReader& reader, Read read) {
+    try {
+        read();
+        return true;
+    } catch (const DamagedDocument&) {
+        if (reader.isExhausted()) throw;
+        return false;
+    }
+}
 
 /// The parsed object at `offset`, with as much of the file fetched as it takes. Throws
 /// DamagedDocument where there is none.

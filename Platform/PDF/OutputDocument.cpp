@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "Platform/PDF/ReferenceText.h"
+
 namespace quirebind {
 
 void OutputDocument::insertPage(const std::shared_ptr<SourceDocument>& source, std::size_t page,
@@ -41,28 +43,14 @@ ByteBuffer OutputDocument::finish() {
 
     const std::uint32_t root = writer.reserve();
     ByteBuffer& out = writer.beginObject(root, writer.packs());
-    const auto appendEntry = [&out](std::string_view key, std::optional<std::uint32_t> number) {
-        if (!number) return;
-        out.append(key);
-        out.append(" ");
-        out.append(std::uint64_t{*number});
-        out.append(" 0 R");
-    };
     out.append("<</Type/Catalog");
-    appendEntry("/Pages", pages);
-    appendEntry("/OCProperties", layers);
-    appendEntry("/OutputIntents", intents);
-    if (!parts_.threads.empty()) {
-        out.append("/Threads[");
-        for (const std::uint32_t thread : parts_.threads) {
-            out.append(std::uint64_t{thread});
-            out.append(" 0 R ");
-        }
-        out.append("]");
-    }
-    appendEntry("/StructTreeRoot", structure);
+    appendReferenceEntry("/Pages", pages, out);
+    appendReferenceEntry("/OCProperties", layers, out);
+    appendReferenceEntry("/OutputIntents", intents, out);
+    appendReferencesEntry("/Threads", parts_.threads, out);
+    appendReferenceEntry("/StructTreeRoot", structure, out);
     parts_.marking.append(out);
-    appendEntry("/AcroForm", form);
+    appendReferenceEntry("/AcroForm", form, out);
     out.append(">>");
     writer.endObject();
     return writer.finish(root, version_);

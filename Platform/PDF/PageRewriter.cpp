@@ -8,6 +8,7 @@
 
 #include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/MappedText.h"
+#include "Platform/PDF/ReferenceText.h"
 
 namespace quirebind {
 namespace {
@@ -42,8 +43,7 @@ void PageRewriter::write(std::size_t index, std::uint32_t output, std::uint32_t 
 
     ByteBuffer& out = copier_.writer().beginObject(output, object.packed);
     out.append("<</Parent ");
-    out.append(std::uint64_t{parent});
-    out.append(" 0 R");
+    appendReference(parent, out);
     const bool typed = !copier_.reader().isAbsent(object.value.find("Type"));
     if (!typed) out.append("/Type/Page");
     appendOwnEntries(object.value, typed, attributes, out);
@@ -130,8 +130,7 @@ void PageRewriter::appendInherited(const Attributes& attributes, ByteBuffer& out
         out.append(kInheritableAttributes[i]);
         out.append(" ");
         if (const std::uint32_t shared = shared_[inherited[i]]; shared != 0) {
-            out.append(std::uint64_t{shared});
-            out.append(" 0 R");
+            appendReference(shared, out);
         } else {
             copier_.appendValue(Value(tree_.values()[inherited[i]]), Role::plain, out);
         }

@@ -5,6 +5,8 @@
 
 #include <utility>
 
+#include "Platform/PDF/ReferenceText.h"
+
 namespace quirebind {
 namespace {
 
@@ -59,18 +61,12 @@ void PageTreeWriter::write(const Node& node, std::uint32_t parent) {
     out.append("<</Type/Pages");
     if (parent != 0) {
         out.append("/Parent ");
-        out.append(std::uint64_t{parent});
-        out.append(" 0 R");
+        appendReference(parent, out);
     }
     out.append("/Count ");
     out.append(node.pages);
-    out.append("/Kids[");
-    for (std::size_t i = 0; i < node.kids.size(); ++i) {
-        if (i != 0) out.append(" ");
-        out.append(std::uint64_t{node.kids[i]});
-        out.append(" 0 R");
-    }
-    out.append("]>>");
+    appendReferencesEntry("/Kids", node.kids, out);
+    out.append(">>");
     writer_.endObject();
 }
 

@@ -1,14 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/PDF/NameTree.h"
+#include "Platform/PDF/TreeReader.h"
 
 #include <algorithm>
 #include <set>
 #include <string>
 #include <vector>
 
-#include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/Limits.h"
 #include "Platform/PDF/WorkBudget.h"
 
@@ -25,11 +24,9 @@ class TreeWalk {
         while (!pending_.empty()) {
             const std::string node = std::move(pending_.back());
             pending_.pop_back();
-            try {
-                if (!readNode(reader_.resolve(Value(node)))) return;
-            } catch (const DamagedDocument&) {
-                if (reader_.isExhausted()) throw;
-            }
+            bool goesOn = true;
+            attempt(reader_, [&] { goesOn = readNode(reader_.resolve(Value(node))); });
+            if (!goesOn) return;
         }
     }
 

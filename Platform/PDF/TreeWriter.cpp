@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <span>
 
+#include "Platform/PDF/ReferenceText.h"
+
 namespace quirebind {
 namespace {
 
@@ -36,7 +38,7 @@ std::uint32_t TreeWriter::finish() {
     std::vector<Node> level = std::move(leaves_);
     while (level.size() > kWidth) level = nodesAbove(level);
     std::string kids;
-    for (const Node& node : level) kids += std::to_string(node.number) + " 0 R ";
+    for (const Node& node : level) kids += referenceText(node.number) + " ";
     return writeRoot("Kids", kids);
 }
 
@@ -45,7 +47,7 @@ std::vector<TreeWriter::Node> TreeWriter::nodesAbove(const std::vector<Node>& ki
     for (std::size_t at = 0; at < kids.size(); at += kWidth) {
         const auto below = std::span(kids).subspan(at, std::min(kWidth, kids.size() - at));
         std::string elements;
-        for (const Node& kid : below) elements += std::to_string(kid.number) + " 0 R ";
+        for (const Node& kid : below) elements += referenceText(kid.number) + " ";
         nodes.push_back({writer_.reserve(), below.front().first, below.back().last});
         write(nodes.back(), "Kids", elements);
     }

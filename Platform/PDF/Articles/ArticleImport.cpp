@@ -5,13 +5,11 @@
 
 #include <set>
 
-#include "Platform/PDF/DamagedDocument.h"
-
 namespace quirebind {
 
 void ArticleImport::finish() {
     ObjectReader& reader = copier_.reader();
-    try {
+    attempt(reader, [&] {
         std::set<std::uint32_t> listed;
         ArrayReader threads(reader.resolve(catalog_.find("Threads")));
         while (const auto element = threads.next()) {
@@ -25,9 +23,7 @@ void ArticleImport::finish() {
             if (const auto copy = copier_.map().map(*thread, Role::plain))
                 threads_.push_back(*copy);
         }
-    } catch (const DamagedDocument&) {
-        if (reader.isExhausted()) throw;
-    }
+    });
 }
 
 }  // namespace quirebind

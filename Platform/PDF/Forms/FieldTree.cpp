@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/Limits.h"
 #include "Platform/PDF/PDFString.h"
 #include "Platform/PDF/TextString.h"
@@ -22,17 +21,6 @@ bool FieldTree::isDirect(std::uint32_t number) {
     return number >= kFirstDirect;
 }
 
-/// Whatever of the form is damaged is not there; the rest is.
-template <typename Read>
-void FieldTree::attempt(Read read) {
-    try {
-        copier_.reader().trim();
-        read();
-    } catch (const DamagedDocument&) {
-        if (copier_.reader().isExhausted()) throw;
-    }
-}
-
 /// 1. What /Fields lists is collected.
 /// 2. From those without a parent the trees are walked.
 /// 3. Those with a parent that were not reached are roots, too.
@@ -42,7 +30,8 @@ std::vector<FieldTree::Root> FieldTree::walk(Value fields) {
     for (const bool withParent : {false, true}) {
         for (std::size_t i = 0; i < listed.size(); ++i) {
             if (isRoot[i] || isReached(listed[i].number)) continue;
-            attempt([&] { isRoot[i] = visitRoot(listed[i], withParent); });
+            copier_.reader().trim();
+            attempt(copier_.reader(), [&] { isRoot[i] = visitRoot(listed[i], withParent); });
             walkPending();
         }
     }
@@ -80,7 +69,9 @@ void FieldTree::walkPending() {
     while (!pending_.empty()) {
         const Node node = pending_.back();
         pending_.pop_back();
-        attempt([&] { visit(node.field.number, entriesOf(fieldAt(node.field)), node); });
+        copier_.reader().trim();
+        attempt(copier_.reader(),
+                [&] { visit(node.field.number, entriesOf(fieldAt(node.field)), node); });
     }
 }
 
@@ -142,14 +133,13 @@ bool FieldTree::mark(std::uint32_t number, std::uint8_t mark) {
 
 Value FieldTree::fieldAt(Reference reference) {
     ObjectReader& reader = copier_.reader();
-    try {
-        if (copier_.map().isAssigned(reference.number) || !reader.exists(reference)) return {};
+    Value field;
+    attempt(reader, [&] {
+        if (copier_.map().isAssigned(reference.number) || !reader.exists(reference)) return;
         const SourceObject object = reader.read(reference.number);
-        return object.isStream || !object.value.isDictionary() ? Value() : object.value;
-    } catch (const DamagedDocument&) {
-        if (reader.isExhausted()) throw;
-        return {};
-    }
+        if (!object.isStream && object.value.isDictionary()) field = object.value;
+    });
+    return field;
 }
 
 }  // namespace quirebind

@@ -86,9 +86,6 @@ class FieldTree {
     /// Says whether the object had no such mark.
     bool mark(std::uint32_t number, std::uint8_t mark);
 
-    template <typename Read>
-    void attempt(Read read);
-
     ObjectCopier& copier_;
     const Visitor& visitor_;
     std::vector<Node> pending_;        // the next one last

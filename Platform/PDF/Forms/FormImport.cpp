@@ -6,34 +6,25 @@
 #include <set>
 #include <utility>
 
-#include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/Limits.h"
 #include "Platform/PDF/PDFString.h"
 
 namespace quirebind {
+
 FormImport::FormImport(ObjectCopier& copier, const PageCopies& pages, Value catalog,
                        FormWriter& writer, FormChanges& changes)
     : copier_(copier), pages_(pages), writer_(writer), changes_(changes) {
-    attempt([&] { form_ = copier_.reader().resolve(catalog.find("AcroForm")).text(); });
-    attempt([&] { readResources(); });
-    attempt([&] { readDefaults(); });
-    attempt([&] { readRoots(); });
+    attempt(copier_.reader(),
+            [&] { form_ = copier_.reader().resolve(catalog.find("AcroForm")).text(); });
+    attempt(copier_.reader(), [&] { readResources(); });
+    attempt(copier_.reader(), [&] { readDefaults(); });
+    attempt(copier_.reader(), [&] { readRoots(); });
     std::vector<std::string> names;
     names.reserve(names_.size());
     for (const Name& name : names_) names.push_back(name.root);
     changes_.names = writer_.names().claim(names);
     for (const Name& name : names_)
         if (changes_.names.contains(name.root)) changes_.fields[name.field].isRenamed = true;
-}
-
-/// Whatever of the form is damaged is not there; the rest is.
-template <typename Read>
-void FormImport::attempt(Read read) {
-    try {
-        read();
-    } catch (const DamagedDocument&) {
-        if (copier_.reader().isExhausted()) throw;
-    }
 }
 
 void FormImport::readResources() {
@@ -46,7 +37,8 @@ void FormImport::readResources() {
         std::string category = entry->key.name();
         if (!categories.insert(category).second) continue;
         // What is no dictionary is the list of procedure sets, which nobody needs any more.
-        attempt([&] { readCategory(category, reader.resolve(entry->value), digests, room); });
+        attempt(copier_.reader(),
+                [&] { readCategory(category, reader.resolve(entry->value), digests, room); });
     }
 }
 
@@ -58,7 +50,7 @@ void FormImport::readCategory(const std::string& category, Value resources,
     DictionaryReader entries(resources);
     while (const auto entry = entries.next()) {
         std::string name = entry->key.name();
-        attempt([&] {
+        attempt(copier_.reader(), [&] {
             if (!names.insert(name).second || reader.isAbsent(entry->value)) return;
             const std::string_view spelling = entry->key.text();
             const FormResources::Claim claim =
@@ -122,14 +114,16 @@ void FormImport::takeDefaults(std::uint32_t number, Value field) {
 
 void FormImport::finish() {
     FormFields fields;
-    for (const FieldTree::Root& root : roots_) attempt([&] { addRoot(root, fields); });
+    for (const FieldTree::Root& root : roots_)
+        attempt(copier_.reader(), [&] { addRoot(root, fields); });
     copier_.copyPending(ObjectCopier::Damage::bypassed);
-    attempt([&] { addCalculationOrder(fields); });
-    attempt([&] {
+    attempt(copier_.reader(), [&] { addCalculationOrder(fields); });
+    attempt(copier_.reader(), [&] {
         const Value needed = copier_.reader().resolve(entry("NeedAppearances"));
         fields.needsAppearances = needed.boolean().value_or(false);
     });
-    for (const Resource& resource : resources_) attempt([&] { addResource(resource); });
+    for (const Resource& resource : resources_)
+        attempt(copier_.reader(), [&] { addResource(resource); });
     writer_.add(fields);
 }
 

@@ -23,9 +23,8 @@ namespace quirebind {
 /// Brings the interactive form of one source along (ISO 32000-2, 12.7.3): all fields that its
 /// /Fields lead to. Widgets that they do not lead to are plain annotations of their pages.
 ///
-/// 1. When the import begins, the root fields are looked at: which names clash with those of
-/// earlier
-///    sources, and what of the form's defaults they need (`changes`).
+/// 1. When the import begins, the root fields are looked at: which names clash with those of the
+///    sources before, and what of the form's defaults they need (`changes`).
 /// 2. While pages are copied, fields come with their widgets, rewritten by FieldRewriter.
 /// 3. At the end the roots are added to the output's form, and with them all fields that are on no
 ///    page; then what refers to fields and what they use by name.
@@ -51,8 +50,6 @@ class FormImport : public DocumentPart {
         std::string value;
     };
 
-    template <typename Read>
-    void attempt(Read read);
     void readResources();
     void readCategory(const std::string& category, Value resources, ResourceDigests& digests,
                       WorkBudget& room);

@@ -7,28 +7,11 @@
 #include <cstddef>
 #include <utility>
 
-#include "Platform/PDF/Characters.h"
-#include "Platform/PDF/PDFString.h"
+#include "Platform/PDF/PDFName.h"
 #include "Platform/PDF/Value.h"
 
 namespace quirebind {
 namespace {
-
-/// A name in the spelling that it is told from others by: what is no regular character is escaped.
-void appendName(std::string_view name, std::string& text) {
-    constexpr std::string_view kDigits = "0123456789abcdef";
-    text += '/';
-    for (const char c : name) {
-        const auto code = static_cast<unsigned char>(c);
-        if (isRegular(c) && c != '#' && c > ' ' && c <= '~') {
-            text += c;
-        } else {
-            text += '#';
-            text += kDigits[code / kDigits.size()];
-            text += kDigits[code % kDigits.size()];
-        }
-    }
-}
 
 /// The category of the resource that the operator takes by its name.
 std::string_view categoryFor(std::string_view operation) {
@@ -81,9 +64,7 @@ void FormResources::add(const std::string& category, std::string_view spelling,
 void FormResources::write(ByteBuffer& out) const {
     out.append("<<");
     for (const auto& [category, text] : texts_) {
-        std::string name;
-        appendName(category, name);
-        out.append(name);
+        appendName(category, out);
         out.append("<<");
         out.append(text);
         out.append(">>");

@@ -5,22 +5,13 @@
 
 #include <string_view>
 
+#include "Platform/PDF/ReferenceText.h"
+
 namespace quirebind {
 namespace {
 
 void extend(std::vector<std::uint32_t>& all, const std::vector<std::uint32_t>& more) {
     all.insert(all.end(), more.begin(), more.end());
-}
-
-void appendReferences(std::string_view key, const std::vector<std::uint32_t>& numbers,
-                      ByteBuffer& out) {
-    out.append(key);
-    out.append("[");
-    for (const std::uint32_t number : numbers) {
-        out.append(std::uint64_t{number});
-        out.append(" 0 R ");
-    }
-    out.append("]");
 }
 
 }  // namespace
@@ -36,8 +27,10 @@ std::optional<std::uint32_t> FormWriter::finish(DocumentWriter& writer) const {
     const std::uint32_t number = writer.reserve();
     ByteBuffer& out = writer.beginObject(number, writer.packs());
     out.append("<<");
-    appendReferences("/Fields", joined_.roots, out);
-    if (!joined_.calculated.empty()) appendReferences("/CO", joined_.calculated, out);
+    out.append("/Fields[");
+    appendReferences(joined_.roots, out);
+    out.append("]");
+    appendReferencesEntry("/CO", joined_.calculated, out);
     if (!resources_.empty()) {
         out.append("/DR");
         resources_.write(out);

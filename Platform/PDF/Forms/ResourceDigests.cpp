@@ -9,7 +9,6 @@
 #include <utility>
 #include <vector>
 
-#include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/Encryption/Ciphers.h"
 #include "Platform/PDF/Encryption/StreamFilters.h"
 #include "Platform/PDF/Limits.h"
@@ -157,11 +156,7 @@ std::string ResourceDigests::bodyDigest(const SourceObject& stream) {
     constexpr std::uint64_t kPiece = std::uint64_t{1} << 20U;
     const std::uint64_t length = reader_.bodyLength(stream);
     bodyBytes_.spend(length);
-    if (reader_.isEncrypted()) {
-        const StreamFilters filters(stream.value,
-                                    [this](Value value) { return reader_.resolve(value); });
-        return sha256(reader_.decryptedBody(stream, length, filters));
-    }
+    if (reader_.isEncrypted()) return sha256(reader_.body(stream, length));
     std::string digests;
     for (std::uint64_t at = 0; at < length; at += kPiece) {
         std::string piece(static_cast<std::size_t>(std::min(kPiece, length - at)), '\0');

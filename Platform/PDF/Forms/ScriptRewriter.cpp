@@ -31,26 +31,16 @@ void ScriptRewriter::rewrite(Value value, MappedText& text, ByteBuffer& out) {
 /// A script that cannot be read stays as it is: no page needs it.
 std::optional<std::string> ScriptRewriter::replaceStream(const SourceObject& stream) {
     if (renames_.empty()) return std::nullopt;
-    try {
-        return renamed(decode(stream));
-    } catch (const DamagedDocument&) {
-        if (reader_.isExhausted()) throw;
-        return std::nullopt;
-    }
+    std::optional<std::string> script;
+    attempt(reader_, [&] { script = renamed(decode(stream)); });
+    return script;
 }
 
 std::string ScriptRewriter::decode(const SourceObject& stream) {
     const std::uint64_t length = reader_.bodyLength(stream);
     budget_.spend(length);
     const auto resolve = [this](Value value) { return reader_.resolve(value); };
-    std::string body;
-    if (reader_.isEncrypted()) {
-        body = reader_.decryptedBody(stream, length, StreamFilters(stream.value, resolve));
-    } else {
-        body.resize(static_cast<std::size_t>(length));
-        reader_.image().copy(stream.bodyOffset, body);
-    }
-    Decoded decoded = decodeStream(stream.value, body, resolve, budget_);
+    Decoded decoded = decodeStream(stream.value, reader_.body(stream, length), resolve, budget_);
     if (decoded.status != DecodeStatus::complete) throw DamagedDocument("a script is cut off");
     return std::move(decoded.bytes);
 }

@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <vector>
 
-#include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/Layers/LayerOrder.h"
 #include "Platform/PDF/PDFString.h"
+#include "Platform/PDF/ReferenceText.h"
 
 namespace quirebind {
 namespace {
@@ -29,21 +29,7 @@ std::set<std::string> intentsIn(Value value, ObjectReader& reader) {
     return intents;
 }
 
-void appendReference(std::uint32_t number, std::string& text) {
-    text += std::to_string(number) + " 0 R ";
-}
-
 }  // namespace
-
-/// Whatever of the properties is damaged is not there; the rest is.
-template <typename Read>
-void LayerImport::attempt(Read read) {
-    try {
-        read();
-    } catch (const DamagedDocument&) {
-        if (copier_.reader().isExhausted()) throw;
-    }
-}
 
 template <typename Visit>
 void LayerImport::forEachReference(Value array, Visit visit) {
@@ -54,7 +40,7 @@ void LayerImport::forEachReference(Value array, Visit visit) {
 
 LayerImport::LayerImport(ObjectCopier& copier, Value catalog, LayerWriter& writer)
     : copier_(copier), catalog_(catalog), writer_(writer), source_(writer.nextSource()) {
-    attempt([&] {
+    attempt(copier_.reader(), [&] {
         const Value properties = copier.reader().resolve(catalog_.find("OCProperties"));
         forEachReference(properties.find("OCGs"), [this](Reference group) {
             if (!groups_.insert(group.number).second) return;
@@ -78,15 +64,15 @@ void LayerImport::rewrite(Value value, MappedText& text, ByteBuffer& out) {
 void LayerImport::finish() {
     ObjectReader& reader = copier_.reader();
     Value configuration;
-    attempt([&] {
+    attempt(copier_.reader(), [&] {
         const Value properties = reader.resolve(catalog_.find("OCProperties"));
         configuration = reader.resolve(properties.find("D"));
     });
     // The order comes first, since it may ask for more groups.
-    attempt([&] { readOrder(configuration); });
-    attempt([&] { readStates(configuration); });
-    attempt([&] { readRadioGroups(configuration); });
-    attempt([&] { readUsages(configuration); });
+    attempt(copier_.reader(), [&] { readOrder(configuration); });
+    attempt(copier_.reader(), [&] { readStates(configuration); });
+    attempt(copier_.reader(), [&] { readRadioGroups(configuration); });
+    attempt(copier_.reader(), [&] { readUsages(configuration); });
     if (!settings_.groups.empty()) writer_.add(settings_);
 }
 
@@ -161,7 +147,7 @@ void LayerImport::readUsages(Value configuration) {
 std::string LayerImport::copiesIn(Value array) {
     std::string copies;
     forEachReference(array, [&](Reference group) {
-        if (const auto copy = copyOf(group)) appendReference(*copy, copies);
+        if (const auto copy = copyOf(group)) copies += referenceText(*copy) + " ";
     });
     return copies;
 }

@@ -33,8 +33,6 @@ class LayerImport : public DocumentPart, public ObjectRewriter {
     void finish() override;
 
  private:
-    template <typename Read>
-    void attempt(Read read);
     void readStates(Value configuration);
     void readOrder(Value configuration);
     void readRadioGroups(Value configuration);

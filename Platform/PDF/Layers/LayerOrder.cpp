@@ -9,6 +9,7 @@
 
 #include "Platform/PDF/Limits.h"
 #include "Platform/PDF/PDFString.h"
+#include "Platform/PDF/ReferenceText.h"
 #include "Platform/PDF/WorkBudget.h"
 
 namespace quirebind {
@@ -50,7 +51,7 @@ class OrderWalk {
         Level& level = levels_.back();
         if (!inner.empty()) {
             if (level.left)
-                if (const auto copy = copies_.use(*level.left)) keep(reference(*copy));
+                if (const auto copy = copies_.use(*level.left)) keep(referenceText(*copy) + " ");
             keep("[" + inner + "]");
         }
         level.left.reset();
@@ -61,7 +62,7 @@ class OrderWalk {
         if (const auto group = element.reference()) {
             if (const auto copy = copies_.find(*group)) {
                 level.left.reset();
-                keep(reference(*copy));
+                keep(referenceText(*copy) + " ");
                 return;
             }
             if (const Value array = reader_.resolve(element); array.isArray()) {
@@ -87,8 +88,6 @@ class OrderWalk {
         room_.spend(text.size());  // what is deep inside is moved from level to level
         level.kept += text;
     }
-
-    static std::string reference(std::uint32_t number) { return std::to_string(number) + " 0 R "; }
 
     ObjectReader& reader_;
     const GroupCopies& copies_;

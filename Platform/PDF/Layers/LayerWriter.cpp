@@ -5,23 +5,13 @@
 
 #include <string_view>
 
+#include "Platform/PDF/ReferenceText.h"
+
 namespace quirebind {
 namespace {
 
 void extend(std::vector<std::uint32_t>& all, const std::vector<std::uint32_t>& more) {
     all.insert(all.end(), more.begin(), more.end());
-}
-
-void appendReferences(std::string_view key, const std::vector<std::uint32_t>& numbers,
-                      ByteBuffer& out) {
-    if (numbers.empty()) return;
-    out.append(key);
-    out.append("[");
-    for (const std::uint32_t number : numbers) {
-        out.append(std::uint64_t{number});
-        out.append(" 0 R ");
-    }
-    out.append("]");
 }
 
 void appendArray(std::string_view key, std::string_view elements, ByteBuffer& out) {
@@ -52,10 +42,10 @@ std::optional<std::uint32_t> LayerWriter::finish(DocumentWriter& writer) const {
     const std::uint32_t number = writer.reserve();
     ByteBuffer& out = writer.beginObject(number, writer.packs());
     out.append("<<");
-    appendReferences("/OCGs", joined_.groups, out);
+    appendReferencesEntry("/OCGs", joined_.groups, out);
     out.append("/D<<");
-    appendReferences("/OFF", joined_.hidden, out);
-    appendReferences("/Locked", joined_.locked, out);
+    appendReferencesEntry("/OFF", joined_.hidden, out);
+    appendReferencesEntry("/Locked", joined_.locked, out);
     appendArray("/Order", joined_.order, out);
     appendArray("/RBGroups", joined_.radioGroups, out);
     appendArray("/AS", joined_.usages, out);

@@ -7,6 +7,7 @@
 
 #include "Platform/PDF/Limits.h"
 #include "Platform/PDF/PDFString.h"
+#include "Platform/PDF/ReferenceText.h"
 #include "Platform/PDF/Structure/ContentItems.h"
 
 namespace quirebind {
@@ -93,8 +94,7 @@ void ActionRewriter::rewriteStructureDestination(Value destination, EntryRewrite
     }
     ByteBuffer& out = entries.replace();
     out.append("[");
-    out.append(std::uint64_t{*copy});
-    out.append(" 0 R");
+    appendReference(*copy, out);
     destinations_.appendView(elements, out);
     out.append("]");
 }

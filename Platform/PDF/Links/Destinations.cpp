@@ -6,6 +6,7 @@
 #include <string>
 
 #include "Platform/PDF/PDFString.h"
+#include "Platform/PDF/ReferenceText.h"
 
 namespace quirebind {
 namespace {
@@ -43,8 +44,7 @@ bool Destinations::append(Value value, ByteBuffer& out) {
     if (!page) return false;
     out.append("[");
     if (const auto copy = copyOf(*page)) {
-        out.append(std::uint64_t{*copy});
-        out.append(" 0 R");
+        appendReference(*copy, out);
     } else {
         out.append("null");
     }

@@ -6,9 +6,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "Platform/PDF/DamagedDocument.h"
-#include "Platform/PDF/NameTree.h"
 #include "Platform/PDF/PDFString.h"
+#include "Platform/PDF/TreeReader.h"
 
 namespace quirebind {
 
@@ -22,7 +21,8 @@ std::optional<Value> NamedDestinations::find(std::string_view name) {
 
 void NamedDestinations::read() {
     isRead_ = true;
-    try {
+    // What cannot be read is not known; a link to it is dead.
+    attempt(reader_, [this] {
         const Value names = reader_.resolve(catalog_.find("Names"));
         visitTree(reader_, names.find("Dests"), "Names", [this](Value key, Value value) {
             add(stringBytes(reader_.resolve(key)), value);
@@ -30,10 +30,7 @@ void NamedDestinations::read() {
         });
         DictionaryReader old(reader_.resolve(catalog_.find("Dests")));
         while (const auto entry = old.next()) add(entry->key.name(), entry->value);
-    } catch (const DamagedDocument&) {
-        // What cannot be read is not known; a link to it is dead.
-        if (reader_.isExhausted()) throw;
-    }
+    });
     std::ranges::sort(entries_, {}, [this](const Entry& entry) {
         return std::pair(nameOf(entry), entry.begin);  // of equal names the first one first
     });

@@ -10,6 +10,7 @@
 #include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/Encryption/StreamFilters.h"
 #include "Platform/PDF/Limits.h"
+#include "Platform/PDF/ReferenceText.h"
 
 namespace quirebind {
 namespace {
@@ -33,32 +34,28 @@ std::string simpleEntries(ObjectReader& reader, Value dictionary, std::string_vi
 std::string bodyOf(ObjectReader& reader, const SourceObject& stream) {
     const std::uint64_t length = reader.bodyLength(stream);
     if (length > limits::kColourProfile) throw DamagedDocument("too large a colour profile");
-    if (reader.isEncrypted()) {
-        const StreamFilters filters(stream.value,
-                                    [&](Value value) { return reader.resolve(value); });
-        if (filters.cryptFilter()) throw DamagedDocument("a profile with a crypt filter");
-        return reader.decryptedBody(stream, length, filters);
-    }
-    std::string body(static_cast<std::size_t>(length), '\0');
-    reader.image().copy(stream.bodyOffset, std::span(body));
-    return body;
+    const auto resolve = [&](Value value) { return reader.resolve(value); };
+    if (reader.isEncrypted() && StreamFilters(stream.value, resolve).cryptFilter())
+        throw DamagedDocument("a profile with a crypt filter");
+    return reader.body(stream, length);
 }
 
 }  // namespace
 
 OutputIntents OutputIntents::read(ObjectReader& reader, Value catalog) {
     OutputIntents result;
-    try {
-        ArrayReader intents(reader.resolve(catalog.find("OutputIntents")));
-        while (const auto intent = intents.next()) {
-            if (result.intents_.size() == limits::kOutputIntents) return {};
-            const Value dictionary = reader.resolve(*intent);
-            if (!dictionary.isDictionary()) return {};
-            result.intents_.push_back(readIntent(reader, dictionary));
-        }
-    } catch (const DamagedDocument&) {
-        if (reader.isExhausted()) throw;
-        return {};
+    attempt(reader, [&] { result = readSound(reader, catalog); });
+    return result;
+}
+
+OutputIntents OutputIntents::readSound(ObjectReader& reader, Value catalog) {
+    OutputIntents result;
+    ArrayReader intents(reader.resolve(catalog.find("OutputIntents")));
+    while (const auto intent = intents.next()) {
+        if (result.intents_.size() == limits::kOutputIntents) return {};
+        const Value dictionary = reader.resolve(*intent);
+        if (!dictionary.isDictionary()) return {};
+        result.intents_.push_back(readIntent(reader, dictionary));
     }
     return result;
 }
@@ -90,7 +87,7 @@ std::uint32_t OutputIntents::write(DocumentWriter& writer) const {
             out.append(">>");
             std::ranges::copy(intent.body, writer.streamBody(intent.body.size()).begin());
             writer.endStream();
-            array += "/DestOutputProfile " + std::to_string(number) + " 0 R";
+            array += "/DestOutputProfile " + referenceText(number);
         }
         array += ">>";
     }

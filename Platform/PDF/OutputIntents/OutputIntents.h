@@ -40,6 +40,7 @@ class OutputIntents {
         friend bool operator==(const Intent&, const Intent&) = default;
     };
 
+    [[nodiscard]] static OutputIntents readSound(ObjectReader& reader, Value catalog);
     [[nodiscard]] static Intent readIntent(ObjectReader& reader, Value intent);
 
     std::vector<Intent> intents_;

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "Platform/PDF/ReferenceText.h"
+
 namespace quirebind {
 
 KidKind kindOfKid(Value kid) {
@@ -67,13 +69,9 @@ void ContentItems::append(Value item, KidKind kind, ByteBuffer& out) const {
         return;
     }
     out.append(kind == KidKind::object ? "<</Type/OBJR" : "<</Type/MCR");
-    if (const auto page = copyOfPage(item.find("Pg"))) {
-        out.append("/Pg ");
-        out.append(std::uint64_t{*page});
-        out.append(" 0 R");
-    }
-    appendCopy("/Obj ", item.find("Obj"), out);
-    appendCopy("/Stm ", item.find("Stm"), out);
+    appendReferenceEntry("/Pg", copyOfPage(item.find("Pg")), out);
+    appendCopy("/Obj", item.find("Obj"), out);
+    appendCopy("/Stm", item.find("Stm"), out);
     appendCopy("/StmOwn ", item.find("StmOwn"), out);
     if (const Value id = reader_.resolveIfSound(item.find("MCID")); id.integer()) {
         out.append("/MCID ");
@@ -83,11 +81,7 @@ void ContentItems::append(Value item, KidKind kind, ByteBuffer& out) const {
 }
 
 void ContentItems::appendCopy(std::string_view key, Value object, ByteBuffer& out) const {
-    const auto copy = copyOf(object);
-    if (!copy) return;
-    out.append(key);
-    out.append(std::uint64_t{*copy});
-    out.append(" 0 R");
+    appendReferenceEntry(key, copyOf(object), out);
 }
 
 }  // namespace quirebind

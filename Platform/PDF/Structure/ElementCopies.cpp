@@ -3,8 +3,6 @@
 
 #include "Platform/PDF/Structure/ElementCopies.h"
 
-#include "Platform/PDF/DamagedDocument.h"
-
 namespace quirebind {
 
 /// Those that were referred to while pages were copied, too.
@@ -52,14 +50,13 @@ std::optional<std::uint32_t> ElementCopies::find(Reference element) {
 
 bool ElementCopies::isElement(Reference reference) {
     ObjectReader& reader = copier_.reader();
-    try {
-        if (!reader.exists(reference)) return false;
+    bool isElement = false;
+    attempt(reader, [&] {
+        if (!reader.exists(reference)) return;
         const SourceObject object = reader.read(reference.number);
-        return !object.isStream && isStructureElement(object.value);
-    } catch (const DamagedDocument&) {
-        if (reader.isExhausted()) throw;
-        return false;
-    }
+        isElement = !object.isStream && isStructureElement(object.value);
+    });
+    return isElement;
 }
 
 bool ElementCopies::copyWaiting(std::uint32_t root) {

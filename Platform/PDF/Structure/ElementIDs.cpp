@@ -4,6 +4,7 @@
 #include "Platform/PDF/Structure/ElementIDs.h"
 
 #include "Platform/PDF/PDFString.h"
+#include "Platform/PDF/ReferenceText.h"
 #include "Platform/PDF/TreeWriter.h"
 
 namespace quirebind {
@@ -26,7 +27,7 @@ std::optional<std::uint32_t> ElementIDs::write(DocumentWriter& writer) const {
         if (entry.element == 0) continue;
         std::string key;
         appendLiteralString(id, key);
-        tree.add(key, std::to_string(entry.element) + " 0 R");
+        tree.add(key, referenceText(entry.element));
         isEmpty = false;
     }
     if (isEmpty) return std::nullopt;

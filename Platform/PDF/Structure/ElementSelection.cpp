@@ -8,7 +8,6 @@
 #include <string_view>
 #include <utility>
 
-#include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/Limits.h"
 
 namespace quirebind {
@@ -43,12 +42,10 @@ void ElementSelection::read(std::size_t index) {
         readNode(index, Value(direct.mapped()));
         return;
     }
-    try {
+    attempt(reader_, [&] {
         const SourceObject object = reader_.read(nodes_[index].place.object);
         if (!object.isStream) readNode(index, object.value);
-    } catch (const DamagedDocument&) {
-        if (reader_.isExhausted()) throw;
-    }
+    });
     reader_.trim();
 }
 

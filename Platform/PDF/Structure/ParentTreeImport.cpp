@@ -3,7 +3,7 @@
 
 #include "Platform/PDF/Structure/ParentTreeImport.h"
 
-#include "Platform/PDF/NameTree.h"
+#include "Platform/PDF/TreeReader.h"
 
 namespace quirebind {
 namespace {

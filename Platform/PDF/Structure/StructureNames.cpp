@@ -7,7 +7,6 @@
 #include <set>
 #include <vector>
 
-#include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/Limits.h"
 #include "Platform/PDF/Structure/StandardTypes.h"
 
@@ -82,13 +81,10 @@ std::string AttributeClasses::definitionOf(const std::string& name) {
     const auto found = classMap_.find(name);
     if (found == classMap_.end()) return {};
     ByteBuffer out;
-    try {
+    const bool isSound = attempt(copier_.reader(), [&] {
         const Value value(found->second);
         const Value list = value.reference() ? copier_.reader().resolve(value) : value;
-        if (!list.isArray()) {
-            appendAttributes(value, out);
-            return std::string(out.text());
-        }
+        if (!list.isArray()) return appendAttributes(value, out);
         out.append("[");
         ArrayReader elements(list);
         while (const auto element = elements.next()) {
@@ -96,11 +92,8 @@ std::string AttributeClasses::definitionOf(const std::string& name) {
             out.append(" ");
         }
         out.append("]");
-    } catch (const DamagedDocument&) {
-        if (copier_.reader().isExhausted()) throw;
-        return {};
-    }
-    return std::string(out.text());
+    });
+    return isSound ? std::string(out.text()) : std::string();
 }
 
 void AttributeClasses::appendAttributes(Value attributes, ByteBuffer& out) {

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "Platform/PDF/PDFName.h"
+#include "Platform/PDF/ReferenceText.h"
 
 namespace quirebind {
 namespace {
@@ -30,14 +31,6 @@ void appendDefinitions(std::string_view key, const SharedNames& names, Kind kind
         out.shrink(before);
     else
         out.append(">>");
-}
-
-void appendEntry(std::string_view key, std::optional<std::uint32_t> number, ByteBuffer& out) {
-    if (!number) return;
-    out.append(key);
-    out.append(" ");
-    out.append(std::uint64_t{*number});
-    out.append(" 0 R");
 }
 
 }  // namespace
@@ -75,10 +68,10 @@ std::optional<std::uint32_t> StructureWriter::finish(DocumentWriter& writer,
     ByteBuffer& out = writer.beginObject(root(writer), writer.packs());
     out.append("<</Type/StructTreeRoot");
     appendTopElements(out);
-    appendEntry("/ParentTree", parentTree, out);
+    appendReferenceEntry("/ParentTree", parentTree, out);
     out.append("/ParentTreeNextKey ");
     out.append(std::uint64_t{keys.count()});
-    appendEntry("/IDTree", idTree, out);
+    appendReferenceEntry("/IDTree", idTree, out);
     appendDefinitions("/RoleMap", types_, Kind::names, out);
     appendDefinitions("/ClassMap", classes_, Kind::texts, out);
     appendNamespaces(out);
@@ -89,18 +82,15 @@ std::optional<std::uint32_t> StructureWriter::finish(DocumentWriter& writer,
 
 void StructureWriter::appendTopElements(ByteBuffer& out) const {
     out.append("/K[");
-    for (const std::string& references : topElements_) out.append(references);
+    for (const std::string& references : topElements_) {
+        out.append(references);
+        out.append(" ");
+    }
     out.append("]");
 }
 
 void StructureWriter::appendNamespaces(ByteBuffer& out) const {
-    if (namespaces_.empty()) return;
-    out.append("/Namespaces[");
-    for (const std::uint32_t number : namespaces_) {
-        out.append(std::uint64_t{number});
-        out.append(" 0 R ");
-    }
-    out.append("]");
+    appendReferencesEntry("/Namespaces", namespaces_, out);
 }
 
 }  // namespace quirebind

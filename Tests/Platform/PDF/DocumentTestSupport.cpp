@@ -52,6 +52,18 @@ std::string pageObjects(int number, int width, std::string_view text, std::strin
     return out.str();
 }
 
+std::string object(int number, std::string_view value) {
+    return "{{object " + std::to_string(number) + " 0}}\n" + std::string(value) + "\nendobj\n";
+}
+
+std::size_t countOf(std::string_view what, std::string_view text) {
+    std::size_t count = 0;
+    for (std::size_t at = text.find(what); at != std::string_view::npos;
+         at = text.find(what, at + what.size()))
+        ++count;
+    return count;
+}
+
 std::string replaced(std::string_view text, std::string_view what, std::string_view with) {
     const std::size_t at = text.find(what);
     if (at == std::string_view::npos) {

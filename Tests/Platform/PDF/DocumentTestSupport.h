@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -56,6 +57,12 @@ trailer
 /// next object, its font is object 5. `more` are further entries.
 [[nodiscard]] std::string pageObjects(int number, int width, std::string_view text,
                                       std::string_view more = "");
+
+/// An object of a fixture's text.
+[[nodiscard]] std::string object(int number, std::string_view value);
+
+/// How often `what` stands in the text.
+[[nodiscard]] std::size_t countOf(std::string_view what, std::string_view text);
 
 /// `text` with the first `what` in it replaced. Throws std::invalid_argument where there is none,
 /// so that no fixture stays as it was unawares.

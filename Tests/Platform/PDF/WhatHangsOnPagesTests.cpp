@@ -21,10 +21,6 @@ using ::testing::HasSubstr;
 using ::testing::MatchesRegex;
 using ::testing::Not;
 
-std::string object(int number, const std::string& value) {
-    return "{{object " + std::to_string(number) + " 0}}\n" + value + "\nendobj\n";
-}
-
 std::string stream(int number, const std::string& entries, const std::string& data) {
     return object(number, "<< " + entries + " /Length {{length}} >>\n{{stream}}\n" + data +
                               "\n{{endstream}}");
@@ -43,13 +39,6 @@ std::string mergedTwice(const std::string& text) {
     const std::string merged = bench.merge({source, source});
     expectPages(merged, {200, 200}, {"one", "one"});
     return everyObject(merged);
-}
-
-std::size_t countOf(const std::string& what, const std::string& text) {
-    std::size_t count = 0;
-    for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1))
-        ++count;
-    return count;
 }
 
 TEST(Articles, areListedWhereTheirBeadsAreOnPages) {

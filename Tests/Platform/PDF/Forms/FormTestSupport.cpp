@@ -29,10 +29,6 @@ std::string formDocument(std::string_view form, std::string_view annotations,
     return replaced(page, "/Pages 2 0 R", "/Pages 2 0 R /AcroForm " + std::string(form));
 }
 
-std::string object(int number, std::string_view value) {
-    return "{{object " + std::to_string(number) + " 0}}\n" + std::string(value) + "\nendobj\n";
-}
-
 std::string textField(int number, std::string_view name, std::string_view value,
                       std::string_view more) {
     return object(number, "<< /Type /Annot /Subtype /Widget /FT /Tx /P 3 0 R /Rect [10 " +

@@ -18,9 +18,6 @@ namespace quirebind::pdftest {
 [[nodiscard]] std::string formDocument(std::string_view form, std::string_view annotations,
                                        std::string_view objects);
 
-/// An object of a fixture.
-[[nodiscard]] std::string object(int number, std::string_view value);
-
 /// A text field and its widget in one, on the page of kOnePage.
 [[nodiscard]] std::string textField(int number, std::string_view name, std::string_view value,
                                     std::string_view more = "");

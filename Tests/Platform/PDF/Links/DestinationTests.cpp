@@ -35,10 +35,6 @@ std::string pagesWith(const std::string& entry, const std::string& catalog,
     return document(text + pageObjects(7, 300, "two") + pageObjects(9, 400, "three") + objects);
 }
 
-std::string object(int number, const std::string& value) {
-    return "{{object " + std::to_string(number) + " 0}}\n" + value + "\nendobj\n";
-}
-
 /// How a document comes to lead to its page 9, with the view /XYZ 1 2 3.
 struct Way {
     std::string name;
@@ -55,14 +51,6 @@ void PrintTo(const Way& way, std::ostream* out) {
 
 std::string nameOf(const ::testing::TestParamInfo<Way>& info) {
     return info.param.name;
-}
-
-std::size_t countOf(std::string_view what, std::string_view text) {
-    std::size_t count = 0;
-    for (std::size_t at = text.find(what); at != std::string_view::npos;
-         at = text.find(what, at + what.size()))
-        ++count;
-    return count;
 }
 
 class DestinationIn : public ::testing::TestWithParam<Way> {};
