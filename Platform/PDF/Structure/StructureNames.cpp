@@ -84,7 +84,10 @@ std::string AttributeClasses::definitionOf(const std::string& name) {
     const bool isSound = attempt(copier_.reader(), [&] {
         const Value value(found->second);
         const Value list = value.reference() ? copier_.reader().resolve(value) : value;
-        if (!list.isArray()) return appendAttributes(value, out);
+        if (!list.isArray()) {
+            appendAttributes(value, out);
+            return;
+        }
         out.append("[");
         ArrayReader elements(list);
         while (const auto element = elements.next()) {

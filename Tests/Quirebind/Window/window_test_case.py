@@ -53,6 +53,8 @@ class WindowTestCase(unittest.TestCase):
     """What Desktop is made with: width, height, dpi."""
     program_variable = "QUIREBIND_PROGRAM"
     """The environment variable that names the program to run."""
+    program_wrapper: Sequence[str] = ()
+    """What the program is started by, in its own process: ["env", "NAME=value"]."""
     program_arguments: Sequence[str] = ()
     program_environment: Mapping[str, str] = {}
     starts_program = True
@@ -77,10 +79,10 @@ class WindowTestCase(unittest.TestCase):
     def start_program(self, arguments: Optional[Sequence[Union[str, bytes, Path]]] = None,
                       environment: Optional[Mapping[str, str]] = None) -> Program:
         """Starts the program, as `self.program`, and waits for its window."""
-        self.program = Program(
-            self.desktop, _named_by(self.program_variable),
-            self.program_arguments if arguments is None else arguments,
-            {**self.program_environment, **(environment or {})})
+        words = [*self.program_wrapper, _named_by(self.program_variable),
+                 *(self.program_arguments if arguments is None else arguments)]
+        self.program = Program(self.desktop, words[0], words[1:],
+                               {**self.program_environment, **(environment or {})})
         self._window: Optional[Accessible] = None
         self.addCleanup(self._end, self.program)
         return self.program.wait_for_window()
