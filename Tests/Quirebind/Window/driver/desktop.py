@@ -112,6 +112,7 @@ class Desktop:
         self._accessibility: Optional[AccessibilityBus] = None
         self._folder: Optional[Path] = None
         self._children: list["subprocess.Popen[bytes]"] = []
+        self._guard: Optional["subprocess.Popen[bytes]"] = None
 
     def __enter__(self) -> "Desktop":
         return self.start()
@@ -127,6 +128,7 @@ class Desktop:
         processes.adopt_orphans()
         atexit.register(self.stop)
         _exit_on_termination()
+        self._guard = processes.guard(self.mark)
         try:
             # Short, because the name of a socket in there must stay below 108 bytes.
             self._folder = Path(tempfile.mkdtemp(prefix="quirebind-window-"))
@@ -153,6 +155,9 @@ class Desktop:
         processes.end_marked(self.mark)
         while self._children:
             processes.end(self._children.pop())
+        if self._guard is not None:
+            self._guard.communicate()  # closes its standard input and waits
+            self._guard = None
         if self._folder is not None:
             shutil.rmtree(self._folder, ignore_errors=True)
             self._folder = None

@@ -3,20 +3,23 @@
 
 """Starting processes so that none of them can be left behind, whatever happens to the test.
 
-Three nets, because a daemon may be started by another daemon and a test may be killed:
+Four nets, because a daemon may be started by another daemon and a test may be killed:
 
 * every process is a child that is ended by its id;
 * the environment of every process carries a mark of its desktop, which all its descendants inherit,
   also those that detach themselves (daemons that a bus activates): whoever still carries the mark
   in the end is ended too;
 * the kernel ends the children where the test process is killed (PR_SET_PDEATHSIG). Mind that it
-  does so when the *thread* that started them ends: start processes on the main thread.
+  does so when the *thread* that started them ends: start processes on the main thread;
+* a guard waits for the end of the test process, and then ends whoever carries the mark: a daemon that
+  is only just being started outlives the one that starts it.
 """
 
 import ctypes
 import os
 import signal
 import subprocess
+import sys
 import time
 from pathlib import Path
 from typing import IO, Mapping, Optional, Sequence, Union
@@ -43,6 +46,17 @@ def start(arguments: Sequence[Union[str, bytes, Path]], environment: Mapping[str
     return subprocess.Popen(["setpriv", "--pdeathsig", "TERM", "--", *arguments],
                             env=dict(environment), stdin=stdin, stdout=stdout, stderr=stderr,
                             pass_fds=tuple(pass_fds), start_new_session=True, cwd=working_folder)
+
+
+def guard(mark: str) -> "subprocess.Popen[bytes]":
+    """Starts a process that ends all that carry the mark once this process has ended, or once its
+    standard input is closed."""
+    script = (f"import sys; sys.path.insert(0, {str(Path(__file__).parents[1])!r})\n"
+              "from driver import processes\n"
+              f"sys.stdin.read(); processes.end_marked({mark!r})")
+    return subprocess.Popen([sys.executable, "-c", script], stdin=subprocess.PIPE,
+                            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                            start_new_session=True)
 
 
 def end(process: "subprocess.Popen[bytes]", patience: float = 5.0) -> int:
