@@ -38,6 +38,15 @@ class SpawnActions {
         posix_spawn_file_actions_addopen(&actions_, number, path, flags, 0);
     }
     void duplicate(int from, int to) { posix_spawn_file_actions_adddup2(&actions_, from, to); }
+    /// Closes all files from that number on, whoever has opened them. Where there is no call for
+    /// it, those that were opened carefully are closed anyway.
+    void closeFrom(int number) {
+#if defined(__GLIBC__) && __GLIBC_PREREQ(2, 34)
+        posix_spawn_file_actions_addclosefrom_np(&actions_, number);
+#else
+        static_cast<void>(number);
+#endif
+    }
     [[nodiscard]] const posix_spawn_file_actions_t* get() const { return &actions_; }
 
  private:
@@ -58,10 +67,8 @@ std::optional<HelperProcess> HelperProcess::start(const std::string& path, int s
     std::array<int, 2> ends{-1, -1};
     if (::socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()) != 0) return std::nullopt;
     FileSystem& files = FileSystem::native();
-    const FileDescriptor first(files, ends[0]);
-    const FileDescriptor second(files, ends[1]);
-    FileDescriptor ours = moved(first);
-    const FileDescriptor theirs = moved(second);
+    FileDescriptor ours = moved(FileDescriptor(files, ends[0]));
+    const FileDescriptor theirs = moved(FileDescriptor(files, ends[1]));
     if (ours.number() < 0 || theirs.number() < 0) return std::nullopt;
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): so is the call
     if (::fcntl(ours.number(), F_SETFL, O_NONBLOCK) != 0) return std::nullopt;
@@ -73,6 +80,7 @@ std::optional<HelperProcess> HelperProcess::start(const std::string& path, int s
     actions.open(STDOUT_FILENO, "/dev/null", O_WRONLY);
     actions.open(STDERR_FILENO, "/dev/null", O_WRONLY);
     actions.duplicate(theirs.number(), socketNumber);
+    actions.closeFrom(socketNumber + 1);
     std::string program = path;
     const std::array<char*, 2> arguments{program.data(), nullptr};
     pid_t process = -1;
