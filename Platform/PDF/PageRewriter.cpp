@@ -44,9 +44,8 @@ void PageRewriter::write(std::size_t index, std::uint32_t output, std::uint32_t 
     ByteBuffer& out = copier_.writer().beginObject(output, object.packed);
     out.append("<</Parent ");
     appendReference(parent, out);
-    const bool typed = !copier_.reader().isAbsent(object.value.find("Type"));
-    if (!typed) out.append("/Type/Page");
-    appendOwnEntries(object.value, typed, attributes, out);
+    if (!attributes.typed) out.append("/Type/Page");
+    appendOwnEntries(object.value, attributes, out);
     appendInherited(attributes, out);
     out.append(">>");
     copier_.writer().endObject();
@@ -64,8 +63,10 @@ SourceObject PageRewriter::read(const PageTree::Page& page) {
 PageRewriter::Attributes PageRewriter::attributesOf(const PageTree::Page& page, Value dictionary) {
     Attributes attributes{tree_.nodes()[page.node].inherited};
     bool hasBox = false;
+    Value type;
     DictionaryReader entries(dictionary);
     while (const auto entry = entries.next()) {
+        if (type.text().empty() && entry->key.isName("Type")) type = entry->value;
         const auto attribute = inheritableAttribute(entry->key);
         if (!attribute) continue;
         const bool isUsable = *attribute == kMediaBox ? isRectangle(entry->value)
@@ -79,6 +80,7 @@ PageRewriter::Attributes PageRewriter::attributesOf(const PageTree::Page& page, 
     if (box != PageTree::kNone) hasBox = isRectangle(Value(tree_.values()[box]));
     if (!hasBox) attributes.inherited[kMediaBox] = PageTree::kNone;
     attributes.defaultBox = !hasBox;
+    attributes.typed = !copier_.reader().isAbsent(type);
     return attributes;
 }
 
@@ -98,8 +100,7 @@ bool PageRewriter::isRectangle(Value value) {
 
 /// Copies the page's own entries, but not those that others take the place of: /Parent, what is
 /// inherited in spite of an entry of that name, and /Type where it means null.
-void PageRewriter::appendOwnEntries(Value page, bool typed, const Attributes& attributes,
-                                    ByteBuffer& out) {
+void PageRewriter::appendOwnEntries(Value page, const Attributes& attributes, ByteBuffer& out) {
     constexpr std::size_t kBracket = 2;
     MappedText text(page.text(), references_, copier_.map());
     text.skipTo(kBracket);
@@ -108,7 +109,7 @@ void PageRewriter::appendOwnEntries(Value page, bool typed, const Attributes& at
         const auto attribute = inheritableAttribute(entry->key);
         const bool isReplaced = entry->key.isName("Parent") ||
                                 (attribute && attributes.replaces(*attribute)) ||
-                                (!typed && entry->key.isName("Type"));
+                                (!attributes.typed && entry->key.isName("Type"));
         if (isReplaced)
             entries.drop();
         else if (entry->key.isName("Annots"))

@@ -23,10 +23,12 @@ class PageRewriter {
     void write(std::size_t index, std::uint32_t output, std::uint32_t parent);
 
  private:
-    /// Which values the page takes from its ancestors, and whether it gets the default /MediaBox.
+    /// Which values the page takes from its ancestors, whether it gets the default /MediaBox, and
+    /// whether it says itself that it is a page.
     struct Attributes {
         PageTree::Inheritance inherited{};
         bool defaultBox = false;
+        bool typed = false;
 
         /// Whether another value takes the place of the page's own one.
         [[nodiscard]] bool replaces(std::size_t attribute) const;
@@ -36,7 +38,7 @@ class PageRewriter {
     [[nodiscard]] Attributes attributesOf(const PageTree::Page& page, Value dictionary);
     [[nodiscard]] bool isRectangle(Value value);
     void shareLargeValues(const PageTree::Inheritance& inherited);
-    void appendOwnEntries(Value page, bool typed, const Attributes& attributes, ByteBuffer& out);
+    void appendOwnEntries(Value page, const Attributes& attributes, ByteBuffer& out);
     void appendInherited(const Attributes& attributes, ByteBuffer& out);
 
     const PageTree& tree_;

@@ -20,6 +20,18 @@ std::string_view inside(std::string_view text, std::size_t width) {
 std::optional<Value> nextValue(std::string_view text, std::size_t& at) {
     at = skipWhite(text, at);
     if (at >= text.size()) return std::nullopt;
+    // Most values are a name, a number or a reference: what scanValue would find, in fewer steps.
+    const std::size_t begin = at;
+    if (text[begin] == '/') {
+        at = skipRegular(text, begin + 1);
+        return Value(text.substr(begin, at - begin));
+    }
+    if (isDigit(text[begin])) {
+        Reference reference;
+        std::size_t looked = 0;
+        if (!readReference(text, at, reference, looked)) at = skipRegular(text, begin);
+        return Value(text.substr(begin, at - begin));
+    }
     const Extent extent = scanValue(text, at);
     if (!extent.isValue() || extent.end == at) {
         at = text.size();
@@ -76,8 +88,8 @@ std::string Value::name() const {
     return result;
 }
 
-bool Value::isName(std::string_view expected) const {
-    if (!isName()) return false;
+/// Of a name that is long enough.
+bool Value::spells(std::string_view expected) const {
     if (text_.substr(1) == expected) return expected.find('#') == std::string_view::npos;
     // Escapes make a name longer than what it says.
     if (text_.size() <= expected.size() + 1) return false;

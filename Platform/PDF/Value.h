@@ -40,13 +40,20 @@ class Value {
     /// The name without its solidus and with its number-sign escapes undone; empty for others.
     [[nodiscard]] std::string name() const;
     /// Whether this is the name `expected` (given without solidus), in any spelling.
-    [[nodiscard]] bool isName(std::string_view expected) const;
+    [[nodiscard]] bool isName(std::string_view expected) const {
+        // Nearly all names that are asked about differ in their length or their first letter.
+        if (text_.size() <= expected.size() || text_[0] != '/') return false;
+        if (!expected.empty() && text_[1] != expected[0] && text_[1] != '#') return false;
+        return spells(expected);
+    }
 
     /// The value under `key` (without solidus) of a dictionary; absent where there is none or this
     /// is no dictionary. Of repeated keys the first counts.
     [[nodiscard]] Value find(std::string_view key) const;
 
  private:
+    [[nodiscard]] bool spells(std::string_view expected) const;
+
     std::string_view text_;
 };
 

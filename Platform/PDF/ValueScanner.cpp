@@ -18,23 +18,26 @@ class BracketStack {
     [[nodiscard]] bool empty() const { return depth_ == 0; }
     [[nodiscard]] bool push(bool dictionary) {
         if (depth_ == limits::kNesting) return false;
-        const std::uint64_t bit = std::uint64_t{1} << (depth_ % 64);
-        if (dictionary)
-            bits_[depth_ / 64] |= bit;
-        else
-            bits_[depth_ / 64] &= ~bit;
+        if (depth_ % kWord == 0 && depth_ != 0) outer_[depth_ / kWord - 1] = inner_;
+        inner_ = inner_ << 1U | (dictionary ? 1U : 0U);
         ++depth_;
         return true;
     }
     [[nodiscard]] bool pop(bool dictionary) {
         if (depth_ == 0) return false;
         --depth_;
-        return ((bits_[depth_ / 64] >> (depth_ % 64)) & 1U) == (dictionary ? 1U : 0U);
+        const bool isDictionary = (inner_ & 1U) != 0;
+        inner_ = depth_ % kWord == 0 && depth_ != 0 ? outer_[depth_ / kWord - 1] : inner_ >> 1U;
+        return isDictionary == dictionary;
     }
 
  private:
+    static constexpr std::size_t kWord = 64;
+
     std::size_t depth_ = 0;
-    std::array<std::uint64_t, limits::kNesting / 64> bits_{};
+    std::uint64_t inner_ = 0;  // the innermost brackets, the last one lowest
+    // Full words of the brackets around those. Not cleared: it would take longer than most scans.
+    std::array<std::uint64_t, limits::kNesting / kWord> outer_;
 };
 
 /// Behind the literal string that begins at `at` (ISO 32000-2, 7.3.4.2); npos where it is not
@@ -122,9 +125,12 @@ class Scan {
     }
 
     bool number() {
+        // Inside brackets it does not matter which numbers are part of a reference, unless those
+        // are asked for.
+        const bool mayBeReference = references_ != nullptr || open_.empty();
         const std::size_t begin = at_;
         Reference reference;
-        if (!readReference(text_, at_, reference, looked_)) {
+        if (!mayBeReference || !readReference(text_, at_, reference, looked_)) {
             at_ = skipRegular(text_, at_);
         } else if (references_ != nullptr) {
             references_->push_back({begin - begin_, at_ - begin_, reference});
@@ -176,7 +182,8 @@ bool readReference(std::string_view text, std::size_t& at, Reference& reference,
     if (!readUnsigned(text, looked, number)) return false;
     const std::size_t gap = looked;
     looked = skipWhite(text, gap);
-    if (looked == gap || !readUnsigned(text, looked, generation)) return false;
+    if (looked == gap || looked >= text.size() || !isDigit(text[looked])) return false;
+    if (!readUnsigned(text, looked, generation)) return false;
     const std::size_t secondGap = looked;
     looked = skipWhite(text, secondGap);
     if (looked == secondGap || looked >= text.size() || text[looked] != 'R') return false;
