@@ -13,7 +13,7 @@ namespace quirebind {
 namespace {
 
 /// Which of the open brackets are dictionaries, a bit each.
-class BracketStack {
+class BracketStack {  // NOLINT(cppcoreguidelines-pro-type-member-init): see outer_
  public:
     [[nodiscard]] bool empty() const { return depth_ == 0; }
     [[nodiscard]] bool push(bool dictionary) {
