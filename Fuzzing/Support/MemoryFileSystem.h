@@ -36,6 +36,9 @@ class MemoryFileSystem : public FileSystem {
         return 0;
     }
 
+    std::int64_t nextData(int, std::uint64_t offset) override {
+        return offset < bytes_.size() ? static_cast<std::int64_t>(offset) : -ENXIO;
+    }
     ssize_t write(int, std::span<const std::byte>) override { return -EROFS; }
     int linkStatus(int, const char*, struct stat&) override { return -ENOENT; }
     ssize_t readLink(int, const char*, std::span<char>) override { return -EINVAL; }

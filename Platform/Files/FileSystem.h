@@ -35,6 +35,10 @@ class FileSystem {
     virtual int close(int file) = 0;
     /// pread(2): fills at most `into` from `offset` (bytes from the start of the file).
     virtual ssize_t read(int file, std::span<std::byte> into, std::uint64_t offset) = 0;
+    /// lseek(2) with SEEK_DATA, for a file of which only `read` is used: where at or after `offset`
+    /// there are bytes again that are no hole; -ENXIO where none follow. Where holes are not known,
+    /// the end of the file counts as the only one.
+    virtual std::int64_t nextData(int file, std::uint64_t offset) = 0;
     /// write(2): may write less than it is given.
     virtual ssize_t write(int file, std::span<const std::byte> bytes) = 0;
     /// fstat(2).

@@ -70,6 +70,11 @@ class NativeFileSystem final : public FileSystem {
         return orError(::pread(file, into.data(), into.size(), static_cast<off_t>(offset)));
     }
 
+    std::int64_t nextData(int file, std::uint64_t offset) override {
+        if (!std::in_range<off_t>(offset)) return -EOVERFLOW;
+        return orError(::lseek(file, static_cast<off_t>(offset), SEEK_DATA));
+    }
+
     ssize_t write(int file, std::span<const std::byte> bytes) override {
         return orError(::write(file, bytes.data(), bytes.size()));
     }

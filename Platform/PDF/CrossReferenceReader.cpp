@@ -168,7 +168,7 @@ class TableCursor {
 
 CrossReferenceReader::CrossReferenceReader(SourceImage& image)
     : image_(image),
-      budget_(limits::kSyntaxTotal + limits::kSyntaxPerByte * image.size()),
+      budget_(limits::kSyntaxTotal + limits::kSyntaxPerByte * image.storedBytes()),
       result_{ObjectTable(image.size()), {}} {}
 
 CrossReference CrossReferenceReader::read() {

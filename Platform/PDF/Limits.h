@@ -126,6 +126,9 @@ inline constexpr std::size_t kUsualTail = 1024;
 inline constexpr std::uint64_t kScanTotal = std::uint64_t{64} << 20U;
 inline constexpr std::uint64_t kScanPerByte = 8;
 
+/// Size in bytes up to which holes in a file count as bytes that are stored.
+inline constexpr std::uint64_t kCertainlyStored = std::uint64_t{1} << 30U;
+
 /// Objects that such a scan finds, counting each definition. Real files of gigabytes have a few
 /// million.
 inline constexpr std::size_t kScannedObjects = std::size_t{1} << 24U;

@@ -49,8 +49,8 @@ IndirectObject readIndirectObject(SourceImage& image, std::uint64_t offset, Work
 ObjectReader::ObjectReader(SourceImage image, ObjectTable table)
     : image_(std::move(image)),
       table_(std::move(table)),
-      syntax_(limits::kSyntaxTotal + limits::kSyntaxPerByte * image_.size()),
-      decoding_(limits::kDecodedTotal + limits::kDecodedPerByte * image_.size()),
+      syntax_(limits::kSyntaxTotal + limits::kSyntaxPerByte * image_.storedBytes()),
+      decoding_(limits::kDecodedTotal + limits::kDecodedPerByte * image_.storedBytes()),
       roomForDecrypted_(sizeDecrypted()) {}
 
 bool ObjectReader::exists(Reference reference) {

@@ -70,6 +70,23 @@ SourceImage::SourceImage(FileSystem& files, FileDescriptor file, const struct st
     loaded_.assign((size + kBlock - 1) / kBlock, fileSize_ <= kSmallFile);
 }
 
+std::uint64_t SourceImage::storedBytes() const {
+    // Some file systems count blocks late, and some not at all.
+    if (fileSize_ <= limits::kCertainlyStored || opened_.st_blocks <= 0) return fileSize_;
+    constexpr std::uint64_t kUnit = 512;  // of st_blocks, whatever the file system's blocks are
+    return std::min(fileSize_, kUnit * static_cast<std::uint64_t>(opened_.st_blocks));
+}
+
+std::uint64_t SourceImage::nextStored(std::uint64_t offset) const {
+    const std::int64_t next = files_->nextData(file_.number(), origin_ + offset);
+    if (next == -ENXIO) return size();
+    if (next < 0)
+        return offset;  // holes are an economy of this file system that it keeps to itself
+    return std::min(
+        static_cast<std::uint64_t>(next) - std::min(origin_, static_cast<std::uint64_t>(next)),
+        size());
+}
+
 std::string_view SourceImage::view(std::uint64_t offset, std::size_t length) {
     if (offset >= size()) return {};
     const auto begin = static_cast<std::size_t>(origin_ + offset);

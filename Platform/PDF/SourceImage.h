@@ -35,6 +35,13 @@ class SourceImage final : public ByteSource {
     /// Bytes from the origin to the end of the file.
     [[nodiscard]] std::uint64_t size() const override { return fileSize_ - origin_; }
 
+    /// Bytes of the file that take up room on its disk: fewer than `size` where a large file is
+    /// mostly holes. Looking for something in all of the others could take for ever.
+    [[nodiscard]] std::uint64_t storedBytes() const;
+
+    /// Where at or after `offset` the file has bytes that are no hole, `size` where it has none.
+    [[nodiscard]] std::uint64_t nextStored(std::uint64_t offset) const;
+
     /// Lets offsets count from `origin` (bytes from the start of the file).
     void setOrigin(std::uint64_t origin) { origin_ = origin; }
 

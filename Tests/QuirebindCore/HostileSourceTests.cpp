@@ -4,6 +4,7 @@
 // Sources that are files, but not as others are.
 
 #include <filesystem>
+#include <fstream>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -35,6 +36,37 @@ TEST(HostileSource, thatIsAHoleIsRefused) {
     folder.write("hole.pdf", "%PDF-1.7\n");
     fs::resize_file(folder / "hole.pdf", 32 * kMegabyte);
     expectFailure(failureOfOpening(folder / "hole.pdf"), Kind::invalid, "hole.pdf");
+}
+
+// To look at each of its bytes would take minutes.
+TEST(HostileSource, thatIsAHoleOfHundredsOfGigabytesIsRefused) {
+    const TemporaryFolder folder;
+    folder.write("hole.pdf", "%PDF-1.7\n");
+    std::error_code error;
+    fs::resize_file(folder / "hole.pdf", 500'000 * kMegabyte, error);
+    if (error) GTEST_SKIP() << "the file system has no such files: " << error.message();
+    expectFailure(failureOfOpening(folder / "hole.pdf"), Kind::invalid, "hole.pdf");
+}
+
+TEST(HostileSource, withAHoleOfHundredsOfGigabytesInAStreamIsRefused) {
+    const TemporaryFolder folder;
+    folder.write("hole.pdf", "%PDF-1.7\n1 0 obj<<>>stream\n");
+    std::error_code error;
+    fs::resize_file(folder / "hole.pdf", 500'000 * kMegabyte, error);
+    if (error) GTEST_SKIP() << "the file system has no such files: " << error.message();
+    expectFailure(failureOfOpening(folder / "hole.pdf"), Kind::invalid, "hole.pdf");
+}
+
+TEST(HostileSource, thatHasAHoleOfGigabytesIsMergedByItsTable) {
+    const TemporaryFolder folder;
+    const std::string page = test::simplePDF(1, {.label = "a"});
+    folder.write("a.pdf", page);
+    const std::string path = folder / "a.pdf";
+    constexpr std::uintmax_t kHole = 20'000 * kMegabyte;
+    fs::resize_file(path, kHole);
+    std::ofstream(path, std::ios::binary | std::ios::app) << page.substr(page.rfind("startxref"));
+    merge({path}, folder / "out.pdf");
+    EXPECT_TRUE(test::pageCounts(folder / "out.pdf").allAre(1));
 }
 
 TEST(HostileSource, withAHoleBehindItsEndIsWhole) {

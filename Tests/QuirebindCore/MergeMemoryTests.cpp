@@ -17,6 +17,7 @@
 #include "Tests/QuirebindCore/CoreTestSupport.h"
 #include "Tests/Support/ChildProcess.h"
 #include "Tests/Support/FaultyFileSystem.h"
+#include "Tests/Support/MemoryLimit.h"
 
 namespace quirebind::coretest {
 namespace {
@@ -44,14 +45,6 @@ TEST(OutOfMemory, whileASourceIsReadRefusesThatSource) {
         }
     }
 }
-
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool kLimitsWork = false;
-#elif defined(__has_feature)
-constexpr bool kLimitsWork = !__has_feature(address_sanitizer) && !__has_feature(thread_sanitizer);
-#else
-constexpr bool kLimitsWork = true;
-#endif
 
 constexpr rlim_t kMegabyte = rlim_t{1} << 20U;
 constexpr rlim_t kBodyMegabytes = 200;
@@ -86,15 +79,14 @@ void limitMemory(rlim_t moreMegabytes) {
     rlim_t pages = 0;
     std::ifstream("/proc/self/statm") >> pages;
     const rlim_t mapped = pages * static_cast<rlim_t>(::sysconf(_SC_PAGESIZE));
-    const rlim_t limit = mapped + moreMegabytes * kMegabyte;
-    const rlimit both{limit, limit};
-    if (::setrlimit(RLIMIT_AS, &both) != 0) throw std::runtime_error("setrlimit");
+    test::limit(RLIMIT_AS, mapped + moreMegabytes * kMegabyte);
 }
 
 class LittleMemory : public ::testing::TestWithParam<rlim_t> {};
 
 TEST_P(LittleMemory, refusesTheSourceThatIsTooLarge) {
-    if (!kLimitsWork) GTEST_SKIP() << "sanitizers map more memory than any limit that would matter";
+    if (!test::kMemoryLimitsWork)
+        GTEST_SKIP() << "sanitizers map more memory than any limit that would matter";
     const TemporaryFolder folder;
     const std::vector<std::string> sources{addPages(folder, "small", 1),
                                            addLarge(folder, "large.pdf")};

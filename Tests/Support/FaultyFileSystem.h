@@ -31,6 +31,7 @@ enum class FileCall : std::uint8_t {
     openUnnamed,
     close,
     read,
+    nextData,
     write,
     status,
     linkStatus,
@@ -45,13 +46,13 @@ enum class FileCall : std::uint8_t {
     creationMask,
 };
 
-inline constexpr std::size_t kFileCallKinds = 16;
+inline constexpr std::size_t kFileCallKinds = 17;
 
 inline std::string_view nameOf(FileCall call) {
     static constexpr std::array<std::string_view, kFileCallKinds> kNames{
-        "open",       "openUnnamed", "close",         "read",        "write",      "status",
-        "linkStatus", "readLink",    "setMode",       "sync",        "syncFolder", "linkUnnamed",
-        "rename",     "unlink",      "fileSizeLimit", "creationMask"};
+        "open",        "openUnnamed", "close",    "read",          "nextData",    "write",
+        "status",      "linkStatus",  "readLink", "setMode",       "sync",        "syncFolder",
+        "linkUnnamed", "rename",      "unlink",   "fileSizeLimit", "creationMask"};
     return kNames.at(static_cast<std::size_t>(call));
 }
 
@@ -168,6 +169,10 @@ class FaultyFileSystem : public FileSystem {
 
     ssize_t read(int file, std::span<std::byte> into, std::uint64_t offset) override {
         return attempt(FileCall::read, [&] { return under_.read(file, limited(into), offset); });
+    }
+
+    std::int64_t nextData(int file, std::uint64_t offset) override {
+        return attempt(FileCall::nextData, [&] { return under_.nextData(file, offset); });
     }
 
     ssize_t write(int file, std::span<const std::byte> bytes) override {

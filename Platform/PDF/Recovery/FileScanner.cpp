@@ -109,7 +109,7 @@ bool isInside(std::span<const std::pair<std::uint64_t, std::uint64_t>> ranges,
 }  // namespace
 
 FileScanner::FileScanner(SourceImage& image)
-    : window_(image), budget_(limits::kScanTotal + limits::kScanPerByte * image.size()) {}
+    : window_(image), budget_(limits::kScanTotal + limits::kScanPerByte * image.storedBytes()) {}
 
 FileScan FileScanner::scan() {
     while (at_ < window_.size()) readGap();
@@ -125,6 +125,7 @@ void FileScanner::readGap() {
         const bool isLast = at_ + text.size() >= window_.size();
         at_ += isLast ? text.size() : text.size() - kLongestMark;
         budget_.spend(text.size());
+        if (text.back() == '\0') at_ = std::max(at_, window_.nextStored(at_));
         return;
     }
     budget_.spend(mark.begin + 1);

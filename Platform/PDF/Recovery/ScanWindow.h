@@ -22,6 +22,10 @@ class ScanWindow final : public ByteSource {
     explicit ScanWindow(SourceImage& image) : image_(image) {}
 
     [[nodiscard]] std::uint64_t size() const override { return image_.size(); }
+    /// As SourceImage::nextStored.
+    [[nodiscard]] std::uint64_t nextStored(std::uint64_t offset) const {
+        return image_.nextStored(offset);
+    }
     /// A short view ahead of the window leaves the window where it is.
     [[nodiscard]] std::string_view view(std::uint64_t offset, std::size_t length) override;
 

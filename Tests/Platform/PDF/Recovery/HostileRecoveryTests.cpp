@@ -10,12 +10,12 @@
 #include <string_view>
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <unistd.h>
-#include <zlib.h>
 
 #include "Tests/Platform/PDF/DocumentTestSupport.h"
 #include "Tests/Support/ChildProcess.h"
+#include "Tests/Support/FixtureEncoding.h"
+#include "Tests/Support/MemoryLimit.h"
 
 namespace quirebind::pdftest {
 namespace {
@@ -34,27 +34,13 @@ std::string numbered(const std::function<std::string(const std::string&)>& objec
     return text;
 }
 
-void limitAddressSpace() {
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-    // The sanitizers reserve terabytes.
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-    return;
-#endif
-#endif
-    constexpr rlim_t kGigabyte = rlim_t{1} << 30U;
-    const rlimit limit{kGigabyte, kGigabyte};
-    ::setrlimit(RLIMIT_AS, &limit);
-#endif
-}
-
 /// Expects that a process that merges the file ends of itself.
 void expectAnEnd(const std::string& bytes) {
     constexpr unsigned kSeconds = 100;
     const Bench bench;
     const std::string path = bench.add("hostile.pdf", bytes);
     const int result = inChildProcess([&] {
-        limitAddressSpace();
+        if (test::kMemoryLimitsWork) test::limit(RLIMIT_AS, rlim_t{1} << 30U);
         ::alarm(kSeconds);
         static_cast<void>(bench.tryMerge({path}));
         return 0;
@@ -62,21 +48,9 @@ void expectAnEnd(const std::string& bytes) {
     EXPECT_EQ(result, 0);
 }
 
-std::string deflated(const std::string& text) {
-    std::string result(compressBound(text.size()), '\0');
-    uLongf size = result.size();
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): zlib's types
-    auto* const to = reinterpret_cast<Bytef*>(result.data());
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast)
-    const auto* const from = reinterpret_cast<const Bytef*>(text.data());
-    if (compress(to, &size, from, text.size()) != Z_OK) throw std::bad_alloc();
-    result.resize(size);
-    return result;
-}
-
 /// Streams of that type, all with that body.
 std::string streams(const std::string& entries, const std::string& decoded) {
-    const std::string body = deflated(decoded);
+    const std::string body = test::encodeFlate(decoded);
     return numbered([&](const std::string& number) {
         return number + " 0 obj<<" + entries + "/Filter/FlateDecode/Length " +
                std::to_string(body.size()) + ">>stream\n" + body + "\nendstream endobj\n";
