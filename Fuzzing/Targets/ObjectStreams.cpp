@@ -20,10 +20,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     WorkBudget budget(kWork);
     try {
         ObjectStream stream(std::string(choices.rest()), first, count, whole);
-        std::vector<FoundReference> references;
+        FoundParts parts;
         for (std::size_t i = 0; i < stream.size(); ++i) {
             const std::uint32_t number = stream.numberAt(i);
-            (void)stream.find(number, static_cast<std::uint32_t>(i), budget, &references);
+            (void)stream.find(number, static_cast<std::uint32_t>(i), budget, &parts);
             (void)stream.find(number, static_cast<std::uint32_t>(i + 1), budget, nullptr);
         }
     } catch (const DamagedDocument&) {

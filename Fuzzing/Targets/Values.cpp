@@ -34,19 +34,39 @@ void ask(Value value) {
     while (const auto element = elements.next()) (void)element->reference();
 }
 
+/// What the scan has noted of a dictionary is what reading it finds.
+void requireSameEntries(Value value, const FoundParts& parts) {
+    if (!value.isDictionary()) {
+        fuzzing::require(parts.entries.empty(), "only a dictionary has entries");
+        return;
+    }
+    DictionaryReader read(value);
+    DictionaryReader noted(value, parts);
+    for (;;) {
+        const auto one = read.next();
+        const auto other = noted.next();
+        fuzzing::require(one.has_value() == other.has_value(), "there are as many entries");
+        if (!one) break;
+        fuzzing::require(one->key.text() == other->key.text(), "an entry has its key");
+        fuzzing::require(one->value.text() == other->value.text(), "an entry has its value");
+    }
+    fuzzing::require(read.wellFormed() == noted.wellFormed(), "both break off or none");
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     constexpr std::size_t kLongest = 4096;  // every key is looked up
     const std::string_view text = fuzzing::textOf(data, size).substr(0, kLongest);
-    std::vector<FoundReference> references;
-    const Extent extent = scanValue(text, 0, &references);
+    FoundParts parts;
+    const Extent extent = scanValue(text, 0, &parts);
     fuzzing::require(extent.looked <= text.size(), "nothing behind the text is looked at");
     if (extent.isValue()) {
         const std::string_view found = extent.in(text);
-        for (const FoundReference& reference : references)
+        for (const FoundReference& reference : parts.references)
             fuzzing::require(reference.begin < reference.end && reference.end <= found.size(),
                              "a reference is in its value");
+        requireSameEntries(Value(found), parts);
         ask(Value(found));
         for (const Extent& string : findEncryptedStrings(found))
             fuzzing::require(string.end <= found.size(), "a string is in its value");

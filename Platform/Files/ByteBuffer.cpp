@@ -4,17 +4,35 @@
 #include "Platform/Files/ByteBuffer.h"
 
 #include <algorithm>
-#include <array>
+#include <bit>
 #include <charconv>
-#include <cstring>
 #include <limits>
 #include <new>
 #include <utility>
+
+#include <sys/mman.h>
+#include <unistd.h>
 
 namespace quirebind {
 namespace {
 
 constexpr std::size_t kFirstCapacity = std::size_t{64} << 10U;
+
+/// Asks the system to back a large block with large pages: it is filled from front to back, and
+/// to be given its memory 4 KB at a time takes as long as to fill it. Only a wish.
+void preferLargePages(std::span<char> block) {
+#if defined(MADV_HUGEPAGE)
+    constexpr std::size_t kLarge = std::size_t{8} << 20U;
+    if (block.size() < kLarge) return;
+    // From the beginning of its first page: that of the mapping which the allocator has made for
+    // it. To advise on part of a mapping would divide it, and then it could not be moved as one.
+    const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+    const std::size_t before = std::bit_cast<std::uintptr_t>(block.data()) % page;
+    (void)::madvise(block.data() - before, before + block.size(), MADV_HUGEPAGE);
+#else
+    (void)block;
+#endif
+}
 
 }  // namespace
 
@@ -30,8 +48,8 @@ ByteBuffer& ByteBuffer::operator=(ByteBuffer&& other) noexcept {
     return *this;
 }
 
-void ByteBuffer::reserve(std::size_t count) {
-    if (count <= capacity_ - size_) return;
+/// Makes room for `count` more bytes, which there is not yet.
+void ByteBuffer::grow(std::size_t count) {
     if (count > std::numeric_limits<std::size_t>::max() / 2 - size_) throw std::bad_alloc();
     const std::size_t needed = size_ + count;
     // realloc, because it moves the pages of a large block instead of the bytes. Where doubling
@@ -48,26 +66,22 @@ void ByteBuffer::reserve(std::size_t count) {
     (void)bytes_.release();  // realloc has taken the old block over
     bytes_.reset(static_cast<char*>(grown));
     capacity_ = capacity;
+    preferLargePages({bytes_.get(), capacity_});
 }
 
 std::span<char> ByteBuffer::extend(std::size_t count) {
-    reserve(count);
+    if (count > capacity_ - size_) grow(count);
     const std::span<char> added(bytes_.get() + size_, count);
     size_ += count;
     return added;
 }
 
-void ByteBuffer::append(std::string_view text) {
-    if (text.empty()) return;
-    reserve(text.size());
-    std::memcpy(bytes_.get() + size_, text.data(), text.size());
-    size_ += text.size();
-}
-
 void ByteBuffer::append(std::uint64_t number) {
-    std::array<char, 20> digits{};
-    const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), number);
-    append({digits.data(), static_cast<std::size_t>(result.ptr - digits.data())});
+    constexpr std::size_t kMostDigits = 20;
+    if (kMostDigits > capacity_ - size_) grow(kMostDigits);
+    char* const begin = bytes_.get() + size_;
+    const auto result = std::to_chars(begin, begin + kMostDigits, number);
+    size_ += static_cast<std::size_t>(result.ptr - begin);
 }
 
 void ByteBuffer::replace(std::size_t offset, std::string_view text) {

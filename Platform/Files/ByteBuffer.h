@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <span>
 #include <string_view>
@@ -34,7 +35,12 @@ class ByteBuffer {
     /// anything else happens to this.
     [[nodiscard]] std::span<char> extend(std::size_t count);
 
-    void append(std::string_view text);
+    void append(std::string_view text) {
+        if (text.empty()) return;
+        if (text.size() > capacity_ - size_) grow(text.size());
+        std::memcpy(bytes_.get() + size_, text.data(), text.size());
+        size_ += text.size();
+    }
     /// Appends the number in decimal digits.
     void append(std::uint64_t number);
 
@@ -50,7 +56,7 @@ class ByteBuffer {
         void operator()(char* bytes) const { std::free(bytes); }
     };
 
-    void reserve(std::size_t count);
+    void grow(std::size_t count);
 
     std::unique_ptr<char[], Free> bytes_;
     std::size_t size_ = 0;

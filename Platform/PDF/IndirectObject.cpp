@@ -55,14 +55,14 @@ std::optional<Reference> parseObjectHeader(std::string_view text, std::size_t& a
 }
 
 std::optional<IndirectObject> parseIndirectObject(std::string_view text, bool isWhole,
-                                                  std::vector<FoundReference>* references) {
+                                                  FoundParts* parts) {
     IndirectObject object;
     std::size_t at = 0;
     const auto id = parseObjectHeader(text, at);
     if (!id) return std::nullopt;
     object.id = *id;
 
-    const Extent extent = scanValue(text, at, references);
+    const Extent extent = scanValue(text, at, parts);
     if (!extent.isValue() || isCutOff(text, extent)) return std::nullopt;
     object.value = Value(extent.in(text));
     object.end = extent.end;

@@ -29,8 +29,8 @@ struct IndirectObject {
 /// skipped). Nothing where the text is no object or may have ended too early to tell; `isWhole`
 /// says that the text goes on to the end of the file, so that there is no more to be seen.
 /// References are found as by scanValue, their positions counting from the value's own beginning.
-[[nodiscard]] std::optional<IndirectObject> parseIndirectObject(
-    std::string_view text, bool isWhole, std::vector<FoundReference>* references = nullptr);
+[[nodiscard]] std::optional<IndirectObject> parseIndirectObject(std::string_view text, bool isWhole,
+                                                                FoundParts* parts = nullptr);
 
 /// Reads the "N G obj" that an indirect object begins with, and moves `at` behind it.
 [[nodiscard]] std::optional<Reference> parseObjectHeader(std::string_view text, std::size_t& at);

@@ -15,13 +15,20 @@
 namespace quirebind {
 
 /// Copies the text of one object piece by piece, from front to back, with the references in it
-/// mapped. A view of the text and of the references found in it; use it while both live.
+/// mapped. A view of the text and of what was found in it; use it while both live.
 class MappedText {
  public:
     /// `object` is the number in the source of what the text is all of; 0 where it is none.
-    MappedText(std::string_view text, std::span<const FoundReference> references, ReferenceMap& map,
+    MappedText(std::string_view text, const FoundParts& parts, ReferenceMap& map,
                std::uint32_t object = 0)
-        : text_(text), references_(references), map_(map), object_(object) {}
+        : text_(text), parts_(parts), references_(parts.references), map_(map), object_(object) {}
+
+    /// What a scan of the text has found.
+    [[nodiscard]] const FoundParts& parts() const { return parts_; }
+    /// Whether `part` is not only a part of the text but all of it.
+    [[nodiscard]] bool isAll(Value part) const {
+        return part.text().data() == text_.data() && part.text().size() == text_.size();
+    }
 
     /// Appends everything up to `end` (an offset in the text). What it refers to gets `role`.
     void copyTo(std::size_t end, Role role, ByteBuffer& out);
@@ -41,6 +48,7 @@ class MappedText {
 
  private:
     std::string_view text_;
+    const FoundParts& parts_;
     std::span<const FoundReference> references_;
     ReferenceMap& map_;
     std::uint32_t object_;

@@ -13,39 +13,32 @@
 namespace quirebind {
 namespace {
 
-/// A node of a page tree that the walk did not meet: some page outside the tree (a template, one of
-/// an older revision) refers to it, and it would bring all its other pages along.
-bool isPageTreeNode(Value value) {
-    // The text tells at once of nearly every object that it is none.
-    const std::string_view text = value.text();
-    if (text.find("/Kids") == std::string_view::npos && text.find('#') == std::string_view::npos)
-        return false;
-    return value.find("Type").isName("Pages") && !value.find("Kids").isNull();
-}
-
-/// Whether this says that it is a structure element.
-bool isTypedElement(Value value) {
-    const std::string_view text = value.text();
-    if (text.find("/StructElem") == std::string_view::npos &&
-        text.find('#') == std::string_view::npos)
-        return false;
-    return value.find("Type").isName("StructElem");
-}
-
-/// Whether this may be a dictionary that names a place in the parent tree (ISO 32000-2, 14.7.5.4).
-bool hasStructureKey(Value value) {
-    const std::string_view text = value.text();
-    return value.isDictionary() && (text.find("/StructParent") != std::string_view::npos ||
-                                    text.find('#') != std::string_view::npos);
+bool isStructureKey(Value key) {
+    return key.isName("StructParent") || key.isName("StructParents");
 }
 
 }  // namespace
+
+ObjectCopier::Kind ObjectCopier::kindOf(Value value, const FoundParts& parts) {
+    Value type;
+    bool hasKids = false;
+    Kind kind;
+    DictionaryReader entries(value, parts);
+    while (const auto entry = entries.next()) {
+        if (type.text().empty() && entry->key.isName("Type")) type = entry->value;
+        hasKids = hasKids || (entry->key.isName("Kids") && !entry->value.isNull());
+        kind.hasStructureKey = kind.hasStructureKey || isStructureKey(entry->key);
+    }
+    kind.isPageTreeNode = hasKids && type.isName("Pages");
+    kind.isStructureElement = type.isName("StructElem");
+    return kind;
+}
 
 void ObjectCopier::copyPending(Damage damage) {
     while (const auto pending = map_.next()) {
         current_ = *pending;
         try {
-            copyCurrent(reader_.read(pending->source, &references_));
+            copyCurrent(reader_.read(pending->source, &parts_));
         } catch (const DamagedDocument&) {
             if (damage == Damage::refused || reader_.isExhausted()) throw;
             writer_.writeNull(pending->output);
@@ -55,33 +48,38 @@ void ObjectCopier::copyPending(Damage damage) {
 }
 
 void ObjectCopier::copyCurrent(const SourceObject& object) {
+    if (object.isStream && current_.role != Role::structureElement) {
+        copyStream(object);
+        return;
+    }
+    const Kind kind = kindOf(object.value, parts_);
     const bool isTaggedElement = current_.role == Role::plain &&
                                  hasRewriter(Role::structureElement) && !object.isStream &&
-                                 isTypedElement(object.value);
+                                 kind.isStructureElement;
     if (isTaggedElement)
         map_.wait(current_.source);
-    else if (object.isStream && current_.role != Role::structureElement)
-        copyStream(object);
     else
-        copyObject(object);
+        copyObject(object, kind);
 }
 
-void ObjectCopier::copyObject(const SourceObject& object) {
+void ObjectCopier::copyObject(const SourceObject& object, const Kind& kind) {
     ByteBuffer& out = writer_.beginObject(current_.output, object.packed);
-    MappedText text(object.value.text(), references_, map_, object.number);
+    MappedText text(object.value.text(), parts_, map_, object.number);
     ObjectRewriter* const rewriter = rewriterOf(current_.role);
-    // No structure element is a stream.
-    if (object.isStream || object.value.isNull() || isPageTreeNode(object.value))
+    // No structure element is a stream. A node of the page tree that the walk did not meet would
+    // bring all its pages along: some page outside the tree (a template, one of an older revision)
+    // refers to it.
+    if (object.isStream || object.value.isNull() || kind.isPageTreeNode)
         out.append("null");
     else if (rewriter != nullptr)
         rewriter->rewrite(object.value, text, out);
     else
-        copyPlain(object.value, text, out);
+        copyPlain(object.value, kind.hasStructureKey, text, out);
     writer_.endObject();
 }
 
-void ObjectCopier::copyPlain(Value value, MappedText& text, ByteBuffer& out) {
-    if (hasStructureKey(value)) {
+void ObjectCopier::copyPlain(Value value, bool hasStructureKey, MappedText& text, ByteBuffer& out) {
+    if (hasStructureKey) {
         EntryRewriter entries(value, text, out);
         while (const auto entry = entries.next()) rewriteCommonEntry(*entry, entries);
     }
@@ -89,7 +87,7 @@ void ObjectCopier::copyPlain(Value value, MappedText& text, ByteBuffer& out) {
 }
 
 bool ObjectCopier::rewriteCommonEntry(const DictionaryEntry& entry, EntryRewriter& entries) {
-    if (!entry.key.isName("StructParent") && !entry.key.isName("StructParents")) return false;
+    if (!isStructureKey(entry.key)) return false;
     if (const auto key = keys_.keyFor(reader_.resolveIfSound(entry.value).integer()))
         entries.replace().append(std::uint64_t{*key});
     else
@@ -116,7 +114,8 @@ void ObjectCopier::copyStream(const SourceObject& object) {
             return;
         }
     }
-    const std::uint64_t length = reader_.bodyLength(object);
+    const std::uint64_t length =
+        reader_.bodyLength(object, findEntry(DictionaryReader(object.value, parts_), "Length"));
     bodies_.spend(length);
     if (reader_.isEncrypted()) {
         copyEncryptedStream(object, length, current_.output);
@@ -137,7 +136,7 @@ void ObjectCopier::copyStream(const SourceObject& object) {
 bool ObjectCopier::appendStreamDictionary(Value dictionary, std::uint64_t length,
                                           std::string_view key, ByteBuffer& out) {
     constexpr std::string_view kOpening = "<<";
-    MappedText text(dictionary.text(), references_, map_);
+    MappedText text(dictionary.text(), parts_, map_);
     out.append(kOpening);
     text.skipTo(kOpening.size());
     if (!key.empty()) {
@@ -173,7 +172,7 @@ void ObjectCopier::copyEncryptedStream(const SourceObject& object, std::uint64_t
     if (filters.cryptFilter()) appendFilters(filters.others(), out);
 
     constexpr std::size_t kBracket = 2;
-    MappedText text(object.value.text(), references_, map_);
+    MappedText text(object.value.text(), parts_, map_);
     text.skipTo(kBracket);
     EntryRewriter entries(object.value, text, out);
     while (const auto entry = entries.next()) {
@@ -208,15 +207,15 @@ void ObjectCopier::appendFilters(const std::vector<StreamFilters::Filter>& filte
 }
 
 void ObjectCopier::appendValue(Value value, Role role, ByteBuffer& out) {
-    std::vector<FoundReference> references;
-    (void)scanValue(value.text(), 0, &references);  // its extent is known already
-    MappedText(value.text(), references, map_).copyRest(role, out);
+    FoundParts parts;
+    (void)scanValue(value.text(), 0, &parts);  // its extent is known already
+    MappedText(value.text(), parts, map_).copyRest(role, out);
 }
 
 void ObjectCopier::appendAs(Role role, Value value, ByteBuffer& out) {
-    std::vector<FoundReference> references;
-    (void)scanValue(value.text(), 0, &references);  // its extent is known already
-    MappedText text(value.text(), references, map_);
+    FoundParts parts;
+    (void)scanValue(value.text(), 0, &parts);  // its extent is known already
+    MappedText text(value.text(), parts, map_);
     copyAs(role, value, text, out);
 }
 

@@ -76,9 +76,17 @@ class ObjectCopier {
     [[nodiscard]] ObjectRewriter* rewriterOf(Role role) const {
         return rewriters_.at(static_cast<std::size_t>(role));
     }
+    /// What an object's own entries say it is.
+    struct Kind {
+        bool isPageTreeNode = false;
+        bool isStructureElement = false;
+        bool hasStructureKey = false;  ///< It names a place in the parent tree (14.7.5.4).
+    };
+    [[nodiscard]] static Kind kindOf(Value value, const FoundParts& parts);
+
     void copyCurrent(const SourceObject& object);
-    void copyObject(const SourceObject& object);
-    void copyPlain(Value value, MappedText& text, ByteBuffer& out);
+    void copyObject(const SourceObject& object, const Kind& kind);
+    void copyPlain(Value value, bool hasStructureKey, MappedText& text, ByteBuffer& out);
     void copyStream(const SourceObject& object);
     bool appendStreamDictionary(Value dictionary, std::uint64_t length, std::string_view key,
                                 ByteBuffer& out);
@@ -92,8 +100,8 @@ class ObjectCopier {
     StructureKeys keys_;
     std::array<ObjectRewriter*, kRoles> rewriters_{};
     ReferenceMap::Pending current_;
-    WorkBudget bodies_;                       // they do not overlap, so together they fit the file
-    std::vector<FoundReference> references_;  // of the object being copied
+    WorkBudget bodies_;  // they do not overlap, so together they fit the file
+    FoundParts parts_;   // of the object being copied
 };
 
 }  // namespace quirebind

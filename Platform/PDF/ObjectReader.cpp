@@ -30,13 +30,13 @@ bool beginsInsideNumber(SourceImage& image, std::uint64_t offset) {
 }  // namespace
 
 IndirectObject readIndirectObject(SourceImage& image, std::uint64_t offset, WorkBudget& budget,
-                                  std::vector<FoundReference>* references) {
+                                  FoundParts* parts) {
     std::size_t length = kFirstLook;
     for (;;) {
         const std::string_view text = image.view(offset, length);
         const bool isWhole = offset + text.size() >= image.size();
-        if (references != nullptr) references->clear();
-        if (auto object = parseIndirectObject(text, isWhole, references)) {
+        if (parts != nullptr) parts->clear();
+        if (auto object = parseIndirectObject(text, isWhole, parts)) {
             budget.spend(object->looked);
             return *object;
         }
@@ -92,16 +92,16 @@ bool ObjectReader::isAbsent(Value value) {
     return resolve(value).isNull();
 }
 
-SourceObject ObjectReader::read(std::uint32_t number, std::vector<FoundReference>* references) {
-    if (references != nullptr) references->clear();
+SourceObject ObjectReader::read(std::uint32_t number, FoundParts* parts) {
+    if (parts != nullptr) parts->clear();
     SourceObject object;
     object.number = number;
     switch (table_.find(number).kind) {
         case ObjectLocation::Kind::inFile:
-            object = readInFile(number, references);
+            object = readInFile(number, parts);
             break;
         case ObjectLocation::Kind::inStream:
-            object = readPacked(number, references);
+            object = readPacked(number, parts);
             break;
         case ObjectLocation::Kind::unlisted:
         case ObjectLocation::Kind::free:
@@ -112,25 +112,23 @@ SourceObject ObjectReader::read(std::uint32_t number, std::vector<FoundReference
     return object;
 }
 
-SourceObject ObjectReader::readPacked(std::uint32_t number,
-                                      std::vector<FoundReference>* references) {
+SourceObject ObjectReader::readPacked(std::uint32_t number, FoundParts* parts) {
     try {
-        return readFromStream(number, table_.find(number), references);
+        return readFromStream(number, table_.find(number), parts);
     } catch (const DamagedDocument&) {
         if (!mend(number)) throw;
     }
-    return readInFile(number, references);
+    return readInFile(number, parts);
 }
 
 /// The object, which is listed as one of the file itself.
-SourceObject ObjectReader::readInFile(std::uint32_t number,
-                                      std::vector<FoundReference>* references) {
+SourceObject ObjectReader::readInFile(std::uint32_t number, FoundParts* parts) {
     try {
-        return readFromFile(number, table_.find(number).position, references);
+        return readFromFile(number, table_.find(number).position, parts);
     } catch (const DamagedDocument&) {
         if (!mend(number)) throw;
     }
-    return readFromFile(number, table_.find(number).position, references);
+    return readFromFile(number, table_.find(number).position, parts);
 }
 
 /// Lists the object where it really is. False where it is nowhere, or where the table says.
@@ -149,8 +147,8 @@ bool ObjectReader::mend(std::uint32_t number) {
 }
 
 SourceObject ObjectReader::readFromFile(std::uint32_t number, std::uint64_t offset,
-                                        std::vector<FoundReference>* references) {
-    const IndirectObject found = readIndirectObject(image_, offset, syntax_, references);
+                                        FoundParts* parts) {
+    const IndirectObject found = readIndirectObject(image_, offset, syntax_, parts);
     if (found.id.number != number || beginsInsideNumber(image_, offset))
         throw DamagedDocument("another object than the table says");
     SourceObject object;
@@ -159,11 +157,11 @@ SourceObject ObjectReader::readFromFile(std::uint32_t number, std::uint64_t offs
     object.isStream = found.isStream;
     object.bodyOffset = offset + found.end;
     object.generation = found.id.generation;
-    if (decryptor_) decryptStrings(object, references);
+    if (decryptor_) decryptStrings(object, parts);
     return object;
 }
 
-void ObjectReader::decryptStrings(SourceObject& object, std::vector<FoundReference>* references) {
+void ObjectReader::decryptStrings(SourceObject& object, FoundParts* parts) {
     if (object.isStream && isCrossReferenceStream(object.value)) return;
     auto held = decrypted_.find(object.number);
     if (held == decrypted_.end()) {
@@ -176,8 +174,8 @@ void ObjectReader::decryptStrings(SourceObject& object, std::vector<FoundReferen
         held = decrypted_.emplace(object.number, std::move(*text)).first;
     }
     object.value = Value(held->second);
-    if (references != nullptr) references->clear();
-    (void)scanValue(held->second, 0, references);  // only the strings are others now
+    if (parts != nullptr) parts->clear();
+    (void)scanValue(held->second, 0, parts);  // only the strings are others now
 }
 
 /// How much may be held of what was decrypted: more than a file has, even if every byte is escaped.
@@ -211,9 +209,9 @@ std::string ObjectReader::decryptedBody(const SourceObject& stream, std::uint64_
 }
 
 SourceObject ObjectReader::readFromStream(std::uint32_t number, const ObjectLocation& location,
-                                          std::vector<FoundReference>* references) {
+                                          FoundParts* parts) {
     ObjectStream& stream = objectStream(static_cast<std::uint32_t>(location.position));
-    const auto value = stream.find(number, location.detail, syntax_, references);
+    const auto value = stream.find(number, location.detail, syntax_, parts);
     if (!value) throw DamagedDocument("an object is missing from its object stream");
     SourceObject object;
     object.number = number;
@@ -308,13 +306,12 @@ Value ObjectReader::resolveIfSound(Value value) {
     }
 }
 
-std::uint64_t ObjectReader::bodyLength(const SourceObject& stream) {
-    const Value length = stream.value.find("Length");
-    const auto reference = length.reference();
+std::uint64_t ObjectReader::bodyLength(const SourceObject& stream, Value declared) {
+    const auto reference = declared.reference();
     // The body is there all the same, and its end can be found.
     const bool isUnknown = reference && isLost(*reference);
     return streamBodyLength(image_, stream.bodyOffset,
-                            isUnknown ? std::nullopt : resolve(length).integer(), syntax_);
+                            isUnknown ? std::nullopt : resolve(declared).integer(), syntax_);
 }
 
 void ObjectReader::trim() {

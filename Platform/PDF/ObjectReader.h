@@ -64,10 +64,9 @@ class ObjectReader {
     /// decoded.
     [[nodiscard]] std::vector<std::uint32_t> membersOf(std::uint32_t stream);
 
-    /// The object, null where none is listed. Its references, with positions counted from the
-    /// beginning of its value, replace the content of `references` unless that is null.
-    [[nodiscard]] SourceObject read(std::uint32_t number,
-                                    std::vector<FoundReference>* references = nullptr);
+    /// The object, null where none is listed. What its value is made of replaces the content of
+    /// `parts`, unless that is null.
+    [[nodiscard]] SourceObject read(std::uint32_t number, FoundParts* parts = nullptr);
 
     /// The object that `value` refers to, through any number of references (within a limit), or
     /// `value` itself where it is no reference.
@@ -81,7 +80,11 @@ class ObjectReader {
     [[nodiscard]] bool isAbsent(Value value);
 
     /// The length in bytes of a stream's body.
-    [[nodiscard]] std::uint64_t bodyLength(const SourceObject& stream);
+    [[nodiscard]] std::uint64_t bodyLength(const SourceObject& stream) {
+        return bodyLength(stream, stream.value.find("Length"));
+    }
+    /// The same, where `declared`, the value under its /Length, is known already.
+    [[nodiscard]] std::uint64_t bodyLength(const SourceObject& stream, Value declared);
 
     /// Whether the document has asked for more work than its size allows: nothing can be read then.
     [[nodiscard]] bool isExhausted() const { return syntax_.left() == 0 || decoding_.left() == 0; }
@@ -104,16 +107,14 @@ class ObjectReader {
  private:
     [[nodiscard]] bool isListed(Reference reference);
     [[nodiscard]] std::optional<Reference> readId(std::uint64_t offset);
-    [[nodiscard]] SourceObject readPacked(std::uint32_t number,
-                                          std::vector<FoundReference>* references);
-    [[nodiscard]] SourceObject readInFile(std::uint32_t number,
-                                          std::vector<FoundReference>* references);
+    [[nodiscard]] SourceObject readPacked(std::uint32_t number, FoundParts* parts);
+    [[nodiscard]] SourceObject readInFile(std::uint32_t number, FoundParts* parts);
     [[nodiscard]] bool mend(std::uint32_t number);
     [[nodiscard]] SourceObject readFromFile(std::uint32_t number, std::uint64_t offset,
-                                            std::vector<FoundReference>* references);
+                                            FoundParts* parts);
     [[nodiscard]] SourceObject readFromStream(std::uint32_t number, const ObjectLocation& location,
-                                              std::vector<FoundReference>* references);
-    void decryptStrings(SourceObject& object, std::vector<FoundReference>* references);
+                                              FoundParts* parts);
+    void decryptStrings(SourceObject& object, FoundParts* parts);
     [[nodiscard]] std::uint64_t sizeDecrypted() const;
     [[nodiscard]] ObjectStream& objectStream(std::uint32_t number);
     [[nodiscard]] std::unique_ptr<ObjectStream> decodeObjectStream(std::uint32_t number);
@@ -155,7 +156,6 @@ bool attempt(ObjectReader& reader, Read read) {
 /// The parsed object at `offset`, with as much of the file fetched as it takes. Throws
 /// DamagedDocument where there is none.
 [[nodiscard]] IndirectObject readIndirectObject(SourceImage& image, std::uint64_t offset,
-                                                WorkBudget& budget,
-                                                std::vector<FoundReference>* references = nullptr);
+                                                WorkBudget& budget, FoundParts* parts = nullptr);
 
 }  // namespace quirebind

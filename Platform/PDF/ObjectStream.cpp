@@ -47,12 +47,11 @@ const ObjectStream::Member* ObjectStream::member(std::uint32_t number, std::uint
 }
 
 std::optional<Value> ObjectStream::find(std::uint32_t number, std::uint32_t index,
-                                        WorkBudget& budget,
-                                        std::vector<FoundReference>* references) {
+                                        WorkBudget& budget, FoundParts* parts) {
     const Member* const found = member(number, index);
     if (found == nullptr || found->offset > text_.size()) return std::nullopt;
     const std::string_view text(text_);
-    const Extent extent = scanValue(text, found->offset, references);
+    const Extent extent = scanValue(text, found->offset, parts);
     budget.spend(extent.looked - found->offset + 1);
     if (!extent.isValue() || (!whole_ && extent.looked >= text.size())) return std::nullopt;
     return Value(extent.in(text));

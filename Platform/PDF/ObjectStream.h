@@ -36,8 +36,7 @@ class ObjectStream {
     /// files have wrong indexes, so the pairs decide. Nothing where it is not here or is damaged.
     /// What is read is spent from `budget`.
     [[nodiscard]] std::optional<Value> find(std::uint32_t number, std::uint32_t index,
-                                            WorkBudget& budget,
-                                            std::vector<FoundReference>* references);
+                                            WorkBudget& budget, FoundParts* parts);
 
     /// Bytes of memory that this takes.
     [[nodiscard]] std::size_t cost() const;

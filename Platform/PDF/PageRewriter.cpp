@@ -52,11 +52,11 @@ void PageRewriter::write(std::size_t index, std::uint32_t output, std::uint32_t 
 }
 
 SourceObject PageRewriter::read(const PageTree::Page& page) {
-    if (page.direct == PageTree::kNone) return copier_.reader().read(page.object, &references_);
+    if (page.direct == PageTree::kNone) return copier_.reader().read(page.object, &parts_);
     SourceObject object;
     object.value = Value(tree_.directPages()[page.direct]);
-    references_.clear();
-    (void)scanValue(object.value.text(), 0, &references_);  // its extent is known already
+    parts_.clear();
+    (void)scanValue(object.value.text(), 0, &parts_);  // its extent is known already
     return object;
 }
 
@@ -64,7 +64,7 @@ PageRewriter::Attributes PageRewriter::attributesOf(const PageTree::Page& page, 
     Attributes attributes{tree_.nodes()[page.node].inherited};
     bool hasBox = false;
     Value type;
-    DictionaryReader entries(dictionary);
+    DictionaryReader entries(dictionary, parts_);
     while (const auto entry = entries.next()) {
         if (type.text().empty() && entry->key.isName("Type")) type = entry->value;
         const auto attribute = inheritableAttribute(entry->key);
@@ -102,7 +102,7 @@ bool PageRewriter::isRectangle(Value value) {
 /// inherited in spite of an entry of that name, and /Type where it means null.
 void PageRewriter::appendOwnEntries(Value page, const Attributes& attributes, ByteBuffer& out) {
     constexpr std::size_t kBracket = 2;
-    MappedText text(page.text(), references_, copier_.map());
+    MappedText text(page.text(), parts_, copier_.map());
     text.skipTo(kBracket);
     EntryRewriter entries(page, text, out);
     while (const auto entry = entries.next()) {

@@ -44,7 +44,7 @@ class PageRewriter {
     const PageTree& tree_;
     ObjectCopier& copier_;
     std::vector<std::uint32_t> shared_;  // for each value of the tree its own object, 0 for none
-    std::vector<FoundReference> references_;
+    FoundParts parts_;
 };
 
 }  // namespace quirebind

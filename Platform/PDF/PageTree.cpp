@@ -78,12 +78,12 @@ class PageTreeWalk {
         std::uint32_t object = 0;
         Value value;
         bool isStream = false;
+        bool isLast = false;  ///< Nothing was read after it: parts_ are its parts.
     };
 
     /// In one pass: some nodes are as long as the document.
-    static Entries readEntries(Value dictionary) {
+    static Entries readEntries(DictionaryReader reader) {
         Entries entries;
-        DictionaryReader reader(dictionary);
         while (const auto entry = reader.next()) {
             Value* place = nullptr;
             if (entry->key.isName("Type")) place = &entries.type;
@@ -109,7 +109,7 @@ class PageTreeWalk {
 
     Found read(Reference reference) {
         if (!reader_.exists(reference)) return {};
-        const SourceObject object = reader_.read(reference.number);
+        const SourceObject object = reader_.read(reference.number, &parts_);
         return {reference.number, object.value, object.isStream};
     }
 
@@ -129,6 +129,7 @@ class PageTreeWalk {
         try {
             Found found = read(reference);
             if (found.value.reference()) found = follow(found.value);
+            found.isLast = true;
             if (!found.value.isNull()) return found;
             noteNull();
         } catch (const DamagedDocument&) {
@@ -146,7 +147,8 @@ class PageTreeWalk {
         std::set<std::uint32_t> visited{root.object};
         for (;;) {
             const Found parent = parentOf(root);
-            if (!readEntries(parent.value).isNode() || !visited.insert(parent.object).second)
+            if (!readEntries(DictionaryReader(parent.value)).isNode() ||
+                !visited.insert(parent.object).second)
                 return root;
             if (!bypasses_) throw DamagedDocument("a page tree that does not begin at its root");
             if (visited.size() > limits::kPageTreeDepth)
@@ -167,7 +169,7 @@ class PageTreeWalk {
     void openRoot(const Found& root) {
         PageTree::Inheritance nothing{};
         nothing.fill(PageTree::kNone);
-        const Entries entries = readEntries(root.value);
+        const Entries entries = readEntries(DictionaryReader(root.value));
         if (entries.isNode()) {
             visit(root, nothing);
             return;
@@ -186,7 +188,8 @@ class PageTreeWalk {
             damaged(Loss::broken, "a page that is no dictionary");
             return;
         }
-        const Entries entries = readEntries(found.value);
+        const Entries entries = readEntries(found.isLast ? DictionaryReader(found.value, parts_)
+                                                         : DictionaryReader(found.value));
         // Some files leave out /Type; /Kids tells a node from a page.
         if (!entries.isNode()) {
             addPage(found);
@@ -306,6 +309,7 @@ class PageTreeWalk {
     bool bypasses_;
     std::uint64_t room_;  // for pages, and for nodes
     PageTree tree_;
+    FoundParts parts_;  // of what was read last
     std::vector<OpenNode> open_;
     std::vector<std::string> directs_;  // kids that are no objects of their own
     std::set<std::uint32_t> onPath_;    // the nodes in open_

@@ -18,13 +18,8 @@
 namespace quirebind {
 namespace {
 
-constexpr std::size_t kBlock = std::size_t{16} << 10U;
-
 /// Files up to this size are read at once.
 constexpr std::uint64_t kSmallFile = std::uint64_t{256} << 10U;
-
-/// How many blocks are read together where the block before was in memory already.
-constexpr std::size_t kReadAhead = 8;
 
 bool sameTime(const struct stat& a, const struct stat& b) {
 #if defined(__APPLE__)
@@ -66,6 +61,7 @@ SourceImage::SourceImage(FileSystem& files, FileDescriptor file, const struct st
     if (fileSize_ <= kSmallFile) {
         readFully(0, {bytes_.get(), size});
         resident_ = size;
+        readyEnd_ = size;
     }
     loaded_.assign((size + kBlock - 1) / kBlock, fileSize_ <= kSmallFile);
 }
@@ -87,7 +83,7 @@ std::uint64_t SourceImage::nextStored(std::uint64_t offset) const {
         size());
 }
 
-std::string_view SourceImage::view(std::uint64_t offset, std::size_t length) {
+std::string_view SourceImage::fetch(std::uint64_t offset, std::size_t length) {
     if (offset >= size()) return {};
     const auto begin = static_cast<std::size_t>(origin_ + offset);
     const std::size_t all = static_cast<std::size_t>(fileSize_) - begin;
@@ -95,6 +91,8 @@ std::string_view SourceImage::view(std::uint64_t offset, std::size_t length) {
     std::size_t end = (begin + std::min(std::max<std::size_t>(length, 1), all) - 1) / kBlock + 1;
     load(first, end);
     while (end < loaded_.size() && end - first < kReadAhead && loaded_[end]) ++end;
+    readyBegin_ = first * kBlock;
+    readyEnd_ = std::min(end * kBlock, static_cast<std::size_t>(fileSize_));
     return {&bytes_[begin], std::min(end * kBlock - begin, all)};
 }
 
@@ -157,6 +155,8 @@ void SourceImage::trim() {
 #endif
     loaded_.assign(loaded_.size(), false);
     resident_ = 0;
+    readyBegin_ = 0;
+    readyEnd_ = 0;
 }
 
 bool SourceImage::unchanged() const {

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -47,7 +48,14 @@ class SourceImage final : public ByteSource {
 
     /// The bytes from `offset`: at least `length` of them unless the file ends before, and more
     /// where more is in memory. Valid until `trim`.
-    [[nodiscard]] std::string_view view(std::uint64_t offset, std::size_t length) override;
+    [[nodiscard]] std::string_view view(std::uint64_t offset, std::size_t length) override {
+        const std::uint64_t begin = origin_ + offset;
+        if (begin >= readyBegin_ && begin < readyEnd_ && length <= readyEnd_ - begin)
+            return {
+                &bytes_[static_cast<std::size_t>(begin)],
+                std::min(readyEnd_ - static_cast<std::size_t>(begin), std::max(length, kAhead))};
+        return fetch(offset, length);
+    }
 
     /// Fills `into` from `offset`, without keeping what was not in memory.
     void copy(std::uint64_t offset, std::span<char> into);
@@ -60,8 +68,15 @@ class SourceImage final : public ByteSource {
     [[nodiscard]] bool unchanged() const;
 
  private:
+    static constexpr std::size_t kBlock = std::size_t{16} << 10U;
+
+    /// How many blocks are read together where the block before was in memory already.
+    static constexpr std::size_t kReadAhead = 8;
+    static constexpr std::size_t kAhead = kReadAhead * kBlock;
+
     SourceImage(FileSystem& files, FileDescriptor file, const struct stat& status);
 
+    [[nodiscard]] std::string_view fetch(std::uint64_t offset, std::size_t length);
     void load(std::size_t firstBlock, std::size_t endBlock);
     void readFully(std::uint64_t fileOffset, std::span<char> into);
 
@@ -73,6 +88,8 @@ class SourceImage final : public ByteSource {
     std::unique_ptr<char[]> bytes_;  // fileSize_ of them; untouched pages cost nothing
     std::vector<bool> loaded_;       // by block
     std::size_t resident_ = 0;       // bytes loaded
+    std::size_t readyBegin_ = 0;     // where what was looked at last is loaded without a gap
+    std::size_t readyEnd_ = 0;
 };
 
 }  // namespace quirebind

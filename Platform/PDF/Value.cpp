@@ -97,16 +97,13 @@ bool Value::spells(std::string_view expected) const {
 }
 
 Value Value::find(std::string_view key) const {
-    DictionaryReader reader(*this);
-    while (const auto entry = reader.next())
-        if (entry->key.isName(key)) return entry->value;
-    return {};
+    return findEntry(DictionaryReader(*this), key);
 }
 
 DictionaryReader::DictionaryReader(Value dictionary)
     : text_(dictionary.isDictionary() ? inside(dictionary.text(), 2) : std::string_view()) {}
 
-std::optional<DictionaryEntry> DictionaryReader::next() {
+std::optional<DictionaryEntry> DictionaryReader::nextRead() {
     const auto key = nextValue(text_, at_);
     if (!key) {
         wellFormed_ = wellFormed_ && at_ >= text_.size();

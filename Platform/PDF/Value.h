@@ -68,14 +68,42 @@ struct DictionaryEntry {
 class DictionaryReader {
  public:
     explicit DictionaryReader(Value dictionary);
-    [[nodiscard]] std::optional<DictionaryEntry> next();
+    /// Of a dictionary that was scanned: `parts` are what was found, and must live as long as this.
+    /// Nothing is read again.
+    DictionaryReader(Value dictionary, const FoundParts& parts)
+        : text_(dictionary.text()), found_(&parts) {}
+
+    [[nodiscard]] std::optional<DictionaryEntry> next() {
+        return found_ != nullptr ? nextFound() : nextRead();
+    }
     [[nodiscard]] bool wellFormed() const { return wellFormed_; }
 
  private:
+    [[nodiscard]] std::optional<DictionaryEntry> nextRead();
+    [[nodiscard]] std::optional<DictionaryEntry> nextFound() {
+        if (at_ == found_->entries.size()) {
+            wellFormed_ = found_->wellFormed;
+            return std::nullopt;
+        }
+        const FoundEntry& entry = found_->entries[at_++];
+        return DictionaryEntry{
+            Value(text_.substr(entry.keyBegin, entry.keyEnd - entry.keyBegin)),
+            Value(text_.substr(entry.valueBegin, entry.valueEnd - entry.valueBegin))};
+    }
+
     std::string_view text_;
-    std::size_t at_ = 0;
+    const FoundParts* found_ = nullptr;  // not owned
+    std::size_t at_ = 0;                 // in the text, or in what was found
     bool wellFormed_ = true;
 };
+
+/// The value under `key` (without solidus); absent where there is none. Of repeated keys the first
+/// counts.
+[[nodiscard]] inline Value findEntry(DictionaryReader entries, std::string_view key) {
+    while (const auto entry = entries.next())
+        if (entry->key.isName(key)) return entry->value;
+    return {};
+}
 
 /// Reads an array element by element.
 class ArrayReader {

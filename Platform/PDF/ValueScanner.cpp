@@ -16,6 +16,7 @@ namespace {
 class BracketStack {  // NOLINT(cppcoreguidelines-pro-type-member-init): see outer_
  public:
     [[nodiscard]] bool empty() const { return depth_ == 0; }
+    [[nodiscard]] std::size_t depth() const { return depth_; }
     [[nodiscard]] bool push(bool dictionary) {
         if (depth_ == limits::kNesting) return false;
         if (depth_ % kWord == 0 && depth_ != 0) outer_[depth_ / kWord - 1] = inner_;
@@ -62,15 +63,48 @@ std::size_t skipHexString(std::string_view text, std::size_t at) {
     return close == std::string_view::npos ? close : close + 1;
 }
 
-/// The state of one scan.
+/// What "N G R" names. A number that no table can list is still a reference: to nothing.
+Reference referenceTo(std::uint64_t number, std::uint64_t generation) {
+    return {number > limits::kObjectNumber ? 0 : static_cast<std::uint32_t>(number),
+            generation > 65535 ? 65536 : static_cast<std::uint32_t>(generation)};
+}
+
+/// Notes the entries of the dictionary that is scanned, from the places of its keys and values.
+class EntryNotes {
+ public:
+    explicit EntryNotes(FoundParts& parts) : parts_(parts) {}
+
+    /// A name, or any other value, stands there.
+    void add(std::size_t begin, std::size_t end, bool isName) {
+        if (!parts_.wellFormed) return;
+        if (hasKey_) {
+            parts_.entries.back().valueBegin = begin;
+            parts_.entries.back().valueEnd = end;
+            hasKey_ = false;
+        } else if (isName) {
+            parts_.entries.push_back({begin, end, end, end});
+            hasKey_ = true;
+        } else {
+            parts_.wellFormed = false;
+        }
+    }
+
+ private:
+    FoundParts& parts_;
+    bool hasKey_ = false;
+};
+
+/// The state of one scan. What is noted is decided when it is compiled: most scans note nothing.
+template <bool kNotes>
 class Scan {
  public:
-    Scan(std::string_view text, std::size_t at, std::vector<FoundReference>* references)
-        : text_(text), at_(at), references_(references) {}
+    Scan(std::string_view text, std::size_t at, FoundParts& parts)
+        : text_(text), at_(at), parts_(parts), entries_(parts) {}
 
     Extent run() {
         at_ = skipWhite(text_, at_);
         begin_ = at_;
+        isDictionary_ = text_.substr(at_).starts_with("<<");
         do {
             at_ = skipWhite(text_, at_);
             if (at_ >= text_.size()) return extent(open_.empty());
@@ -87,65 +121,113 @@ class Scan {
 
     /// Passes over one token that is not white space. False where the syntax is broken.
     bool step() {
-        const char c = text_[at_];
-        switch (c) {
+        const std::size_t begin = at_;
+        ++tokens_;
+        switch (text_[begin]) {
             case '/':
-                at_ = skipRegular(text_, at_ + 1);
+                at_ = skipRegular(text_, begin + 1);
+                note(begin, true);
                 return true;
             case '(':
-                return passTo(skipLiteralString(text_, at_));
+                return passTo(skipLiteralString(text_, begin));
             case '[':
                 ++at_;
-                return open_.push(false);
+                return open(begin, false);
             case ']':
                 ++at_;
-                return open_.pop(false);
+                return close(false);
             case '<':
-                if (at_ + 1 < text_.size() && text_[at_ + 1] == '<') {
+                if (begin + 1 < text_.size() && text_[begin + 1] == '<') {
                     at_ += 2;
-                    return open_.push(true);
+                    return open(begin, true);
                 }
-                return passTo(skipHexString(text_, at_));
+                return passTo(skipHexString(text_, begin));
             case '>':
-                if (at_ + 1 >= text_.size()) return passTo(std::string_view::npos);
+                if (begin + 1 >= text_.size()) {
+                    at_ = std::string_view::npos;
+                    return false;
+                }
                 at_ += 2;
-                return text_[at_ - 1] == '>' && open_.pop(true);
+                return text_[begin + 1] == '>' && close(true);
             case ')':
             case '{':
             case '}':
                 return false;
             default:
-                return isDigit(c) ? number() : keyword();
+                return isDigit(text_[begin]) ? number() : keyword();
         }
     }
 
+    /// Behind a string that ends at `end`.
     bool passTo(std::size_t end) {
+        const std::size_t begin = at_;
         at_ = end;
-        return end != std::string_view::npos;
+        if (end == std::string_view::npos) return false;
+        note(begin, false);
+        return true;
     }
+
+    bool open(std::size_t begin, bool dictionary) {
+        if (kNotes && open_.depth() == 1) nested_ = begin;
+        return open_.push(dictionary);
+    }
+
+    bool close(bool dictionary) {
+        if (!open_.pop(dictionary)) return false;
+        note(nested_, false);
+        return true;
+    }
+
+    /// What stands from `begin` to here is part of an entry, if it is in no other bracket than the
+    /// outermost one.
+    void note(std::size_t begin, bool isName) {
+        if (kNotes && isEntry()) entries_.add(begin - begin_, at_ - begin_, isName);
+    }
+
+    [[nodiscard]] bool isEntry() const { return isDictionary_ && open_.depth() == 1; }
 
     bool number() {
-        // Inside brackets it does not matter which numbers are part of a reference, unless those
-        // are asked for.
-        const bool mayBeReference = references_ != nullptr || open_.empty();
         const std::size_t begin = at_;
-        Reference reference;
-        if (!mayBeReference || !readReference(text_, at_, reference, looked_)) {
-            at_ = skipRegular(text_, at_);
-        } else if (references_ != nullptr) {
-            references_->push_back({begin - begin_, at_ - begin_, reference});
+        if (open_.empty() || (kNotes && isEntry())) {
+            Reference reference;
+            if (!readReference(text_, at_, reference, looked_))
+                at_ = skipRegular(text_, begin);
+            else if (kNotes)
+                parts_.references.push_back({begin - begin_, at_ - begin_, reference});
+            note(begin, false);
+            return true;
+        }
+        // Further inside, an R that follows two integers tells.
+        std::uint64_t value = 0;
+        if (kNotes && readUnsigned(text_, at_, value) &&
+            (at_ == text_.size() || !isRegular(text_[at_]))) {
+            older_ = newer_;
+            newer_ = {begin, value, tokens_};
+        } else {
+            at_ = skipRegular(text_, begin);
         }
         return true;
+    }
+
+    /// Behind an R inside brackets that begins at `begin`: notes the reference that ends there.
+    void noteReference(std::size_t begin) {
+        if (newer_.token + 1 == tokens_ && older_.token + 2 == tokens_) {
+            parts_.references.push_back({older_.begin - begin_, begin + 1 - begin_,
+                                         referenceTo(older_.value, newer_.value)});
+        }
     }
 
     /// A signed number, true, false, null, or something that is no value at all. A keyword that
     /// ends an object inside brackets tells that one of them was never closed.
     bool keyword() {
-        const std::size_t end = skipRegular(text_, at_);
-        const std::string_view word = text_.substr(at_, end - at_);
+        const std::size_t begin = at_;
+        const std::size_t end = skipRegular(text_, begin);
+        const std::string_view word = text_.substr(begin, end - begin);
         const bool endsObject = word == "endobj" || word == "stream" || word == "obj";
         if (endsObject && open_.empty()) return true;  // an absent value; the word stays
         at_ = end;
+        if (kNotes && word == "R") noteReference(begin);
+        note(begin, false);
         return !endsObject;
     }
 
@@ -153,26 +235,23 @@ class Scan {
     std::size_t at_;
     std::size_t begin_ = 0;
     std::size_t looked_ = 0;
-    std::vector<FoundReference>* references_;
+    struct Integer {
+        std::size_t begin = 0;
+        std::uint64_t value = 0;
+        std::size_t token = 0;  // the how manieth token it is
+    };
+
+    std::size_t tokens_ = 2;  // so that there is no integer before the first two
+    Integer older_;
+    Integer newer_;
+    std::size_t nested_ = 0;  // where what is in the outermost bracket begins, if it has its own
+    bool isDictionary_ = false;
+    FoundParts& parts_;
+    EntryNotes entries_;
     BracketStack open_;
 };
 
 }  // namespace
-
-bool readUnsigned(std::string_view text, std::size_t& at, std::uint64_t& value) {
-    constexpr std::size_t kDigits = 19;  // fits 64 bits whatever the digits are
-    std::size_t end = at;
-    std::uint64_t result = 0;
-    while (end < text.size() && isDigit(text[end])) {
-        if (end - at == kDigits) return false;
-        result = result * 10 + static_cast<std::uint64_t>(text[end] - '0');
-        ++end;
-    }
-    if (end == at) return false;
-    at = end;
-    value = result;
-    return true;
-}
 
 bool readReference(std::string_view text, std::size_t& at, Reference& reference,
                    std::size_t& looked) {
@@ -181,6 +260,15 @@ bool readReference(std::string_view text, std::size_t& at, Reference& reference,
     looked = at;
     if (!readUnsigned(text, looked, number)) return false;
     const std::size_t gap = looked;
+    // Nearly all are written so.
+    constexpr std::string_view kUsual = " 0 R";
+    if (text.substr(gap, kUsual.size()) == kUsual &&
+        (gap + kUsual.size() == text.size() || !isRegular(text[gap + kUsual.size()]))) {
+        looked = gap + kUsual.size();
+        at = looked;
+        reference = referenceTo(number, 0);
+        return true;
+    }
     looked = skipWhite(text, gap);
     if (looked == gap || looked >= text.size() || !isDigit(text[looked])) return false;
     if (!readUnsigned(text, looked, generation)) return false;
@@ -189,15 +277,18 @@ bool readReference(std::string_view text, std::size_t& at, Reference& reference,
     if (looked == secondGap || looked >= text.size() || text[looked] != 'R') return false;
     ++looked;
     if (looked < text.size() && isRegular(text[looked])) return false;
-    // A number that no table can list is still a reference: to nothing.
-    reference.number = number > limits::kObjectNumber ? 0 : static_cast<std::uint32_t>(number);
-    reference.generation = generation > 65535 ? 65536 : static_cast<std::uint32_t>(generation);
+    reference = referenceTo(number, generation);
     at = looked;
     return true;
 }
 
-Extent scanValue(std::string_view text, std::size_t at, std::vector<FoundReference>* references) {
-    return Scan(text, at, references).run();
+Extent scanValue(std::string_view text, std::size_t at, FoundParts* parts) {
+    if (parts == nullptr) {
+        FoundParts nothing;
+        return Scan<false>(text, at, nothing).run();
+    }
+    parts->clear();
+    return Scan<true>(text, at, *parts).run();
 }
 
 }  // namespace quirebind

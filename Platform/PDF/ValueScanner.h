@@ -28,6 +28,31 @@ struct FoundReference {
     Reference reference;
 };
 
+/// An entry of a dictionary, and where its key and its value stand. A last key without a value has
+/// one of no length.
+struct FoundEntry {
+    std::size_t keyBegin = 0;
+    std::size_t keyEnd = 0;
+    std::size_t valueBegin = 0;
+    std::size_t valueEnd = 0;
+};
+
+/// What a scan meets in a value, in the order in which it stands. Positions count from the value's
+/// beginning. Whoever scans many values uses one of these again and again, so that nothing is
+/// allocated.
+struct FoundParts {
+    std::vector<FoundReference> references;  ///< All, however deep.
+    std::vector<FoundEntry> entries;         ///< Of the dictionary that the value itself is.
+    /// Whether there was no other thing where a key should stand; the entries end there.
+    bool wellFormed = true;
+
+    void clear() {
+        references.clear();
+        entries.clear();
+        wellFormed = true;
+    }
+};
+
 /// Where a value stands in a text.
 struct Extent {
     std::size_t begin = 0;
@@ -41,15 +66,27 @@ struct Extent {
 };
 
 /// Finds the value that begins at `at`, behind white space. Nothing is built: strings, names and
-/// numbers are passed over, brackets are counted. All indirect references in the value are appended
-/// to `references`, unless that is null, in the order in which they stand; their positions count
-/// from the value's beginning. An absent value ("1 0 obj endobj") has no length.
-[[nodiscard]] Extent scanValue(std::string_view text, std::size_t at,
-                               std::vector<FoundReference>* references = nullptr);
+/// numbers are passed over, brackets are counted. What is met replaces the content of `parts`,
+/// unless that is null. An absent value ("1 0 obj endobj") has no length.
+[[nodiscard]] Extent scanValue(std::string_view text, std::size_t at, FoundParts* parts = nullptr);
 
 /// Reads an unsigned decimal integer of at most 19 digits at `at` and moves `at` behind it. False,
 /// and `at` unmoved, where there is none.
-[[nodiscard]] bool readUnsigned(std::string_view text, std::size_t& at, std::uint64_t& value);
+[[nodiscard]] inline bool readUnsigned(std::string_view text, std::size_t& at,
+                                       std::uint64_t& value) {
+    constexpr std::size_t kDigits = 19;  // fits 64 bits whatever the digits are
+    std::size_t end = at;
+    std::uint64_t result = 0;
+    while (end < text.size() && isDigit(text[end])) {
+        if (end - at == kDigits) return false;
+        result = result * 10 + static_cast<std::uint64_t>(text[end] - '0');
+        ++end;
+    }
+    if (end == at) return false;
+    at = end;
+    value = result;
+    return true;
+}
 
 /// Reads "N G R" at `at` and moves `at` behind it. False, and `at` unmoved, where something else
 /// stands there; `looked` is how far the text was read to know that.

@@ -135,9 +135,9 @@ void FormImport::addRoot(const FieldTree::Root& root, FormFields& fields) {
         return;
     }
     ByteBuffer text;
-    std::vector<FoundReference> references;
-    (void)scanValue(root.text, 0, &references);  // its extent is known already
-    MappedText mapped(root.text, references, copier_.map(), root.number);
+    FoundParts parts;
+    (void)scanValue(root.text, 0, &parts);  // its extent is known already
+    MappedText mapped(root.text, parts, copier_.map(), root.number);
     copier_.copyAs(Role::annotation, Value(root.text), mapped, text);
     DocumentWriter& writer = copier_.writer();
     const std::uint32_t number = writer.reserve();

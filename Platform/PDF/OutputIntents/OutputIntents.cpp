@@ -23,9 +23,10 @@ std::string simpleEntries(ObjectReader& reader, Value dictionary, std::string_vi
     while (const auto entry = found.next()) {
         if (entry->key.isName(leftOut) || entry->key.isName("Metadata")) continue;
         const Value value = reader.resolve(entry->value);
-        std::vector<FoundReference> references;
-        (void)scanValue(value.text(), 0, &references);
-        if (!references.empty()) throw DamagedDocument("an output intent that is no plain value");
+        FoundParts parts;
+        (void)scanValue(value.text(), 0, &parts);
+        if (!parts.references.empty())
+            throw DamagedDocument("an output intent that is no plain value");
         entries.append(entry->key.text()).append(" ").append(value.text()).append("\n");
     }
     return entries;

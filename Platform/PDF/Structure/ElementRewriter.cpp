@@ -36,9 +36,9 @@ bool ElementRewriter::writeDirect() {
     const std::vector<ElementCopies::Direct> elements = context_.copies.takeDirect();
     DocumentWriter& writer = context_.copier.writer();
     for (const ElementCopies::Direct& direct : elements) {
-        std::vector<FoundReference> references;
-        (void)scanValue(direct.text, 0, &references);  // its extent is known already
-        MappedText text(direct.text, references, context_.copier.map());
+        FoundParts parts;
+        (void)scanValue(direct.text, 0, &parts);  // its extent is known already
+        MappedText text(direct.text, parts, context_.copier.map());
         const Element element{.number = direct.number,
                               .parent = direct.parent,
                               .depth = direct.depth,

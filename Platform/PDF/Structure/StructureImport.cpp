@@ -85,9 +85,9 @@ void StructureImport::readNamespaces(Value namespaces) {
         if (!reference || map.isAssigned(reference->number)) continue;
         const Value space = reader.resolveIfSound(*element);
         if (!space.isDictionary()) continue;
-        std::vector<FoundReference> references;
-        (void)scanValue(space.text(), 0, &references);  // its extent is known already
-        const std::string_view text = references.empty() ? space.text() : std::string_view();
+        FoundParts parts;
+        (void)scanValue(space.text(), 0, &parts);  // its extent is known already
+        const std::string_view text = parts.references.empty() ? space.text() : std::string_view();
         if (const auto known = text.empty() ? std::nullopt : writer_.namespaceLike(text))
             map.assign(reference->number, *known);
         else if (const auto copy = map.map(*reference, Role::plain))

@@ -85,11 +85,10 @@ TEST(Nesting, isLimited) {
 
 /// The references that are found in the text, with the text that stands there.
 std::vector<std::string> referencesIn(std::string_view text) {
-    std::vector<FoundReference> found;
-    EXPECT_TRUE(scanValue(text, 0, &found).isValue());
+    FoundParts parts;
+    EXPECT_TRUE(scanValue(text, 0, &parts).isValue());
     std::vector<std::string> result;
-    result.reserve(found.size());
-    for (const FoundReference& each : found) {
+    for (const FoundReference& each : parts.references) {
         result.push_back(std::string(text.substr(each.begin, each.end - each.begin)) + " = " +
                          std::to_string(each.reference.number) + "/" +
                          std::to_string(each.reference.generation));
@@ -116,11 +115,11 @@ TEST(References, areNotFoundInOtherThings) {
 }
 
 TEST(References, arePlacedFromTheValuesBeginning) {
-    std::vector<FoundReference> found;
-    EXPECT_TRUE(scanValue("xx  [1 0 R]", 2, &found).isValue());
-    ASSERT_EQ(found.size(), 1U);
-    EXPECT_EQ(found[0].begin, 1U);
-    EXPECT_EQ(found[0].end, 6U);
+    FoundParts parts;
+    EXPECT_TRUE(scanValue("xx  [1 0 R]", 2, &parts).isValue());
+    ASSERT_EQ(parts.references.size(), 1U);
+    EXPECT_EQ(parts.references[0].begin, 1U);
+    EXPECT_EQ(parts.references[0].end, 6U);
 }
 
 TEST(References, toImpossibleObjectsNameNothing) {
@@ -142,6 +141,41 @@ TEST(ReadUnsigned, takesAtMostNineteenDigits) {
     for (const std::string_view text : {"", "x", "-1", "+1", " 1"}) {
         EXPECT_FALSE(readUnsigned(text, at, value)) << text;
     }
+}
+
+/// The entries that a scan notes, as "key = value", and "broken" where they end before the text.
+std::vector<std::string> entriesIn(std::string_view text) {
+    FoundParts parts;
+    EXPECT_TRUE(scanValue(text, 0, &parts).isValue());
+    std::vector<std::string> result;
+    for (const FoundEntry& each : parts.entries) {
+        result.push_back(
+            std::string(text.substr(each.keyBegin, each.keyEnd - each.keyBegin)) + " = " +
+            std::string(text.substr(each.valueBegin, each.valueEnd - each.valueBegin)));
+    }
+    if (!parts.wellFormed) result.emplace_back("broken");
+    return result;
+}
+
+TEST(Entries, areThoseOfTheDictionaryItself) {
+    EXPECT_THAT(entriesIn("<</A 1/B/C/D<</E 2/F[3]>>/G[4/H]/I 5 0 R/J true>>"),
+                ElementsAre("/A = 1", "/B = /C", "/D = <</E 2/F[3]>>", "/G = [4/H]", "/I = 5 0 R",
+                            "/J = true"));
+    EXPECT_THAT(entriesIn("<</A(1)/B<32> % /C 3\n/D -4>>"),
+                ElementsAre("/A = (1)", "/B = <32>", "/D = -4"));
+    EXPECT_THAT(entriesIn("<<>>"), IsEmpty());
+}
+
+TEST(Entries, areOfNothingElse) {
+    for (const std::string_view text : {"[/A 1]", "/A", "1 0 R", "[<</A 1>>]"}) {
+        EXPECT_THAT(entriesIn(text), IsEmpty()) << text;
+    }
+}
+
+TEST(Entries, endWhereAKeyIsMissing) {
+    EXPECT_THAT(entriesIn("<</A 1 2/B 3>>"), ElementsAre("/A = 1", "broken"));
+    EXPECT_THAT(entriesIn("<<[/A]/B 3>>"), ElementsAre("broken"));
+    EXPECT_THAT(entriesIn("<</A 1/B>>"), ElementsAre("/A = 1", "/B = "));
 }
 
 }  // namespace
