@@ -32,7 +32,7 @@ def main() -> None:
     if arguments.read:
         for result in found.results:
             print(table.of_result(result) + "\n")
-    print(table.of_goals(all_goals(found.results)))
+    print(table.of_goals([goal for goal in all_goals(found.results) if goal.measured]))
     if arguments.json:
         found.write(arguments.json)
     if arguments.write:
@@ -126,8 +126,8 @@ def _run(workload: Workload, asked: list[tools.Tool], work: Path,
                                         dir=_MEMORY if room else work) as memory:
         places = Places(Path(disk), Path(memory) if room else None, arguments.limit)
         runs = run_all(sources, asked, places, arguments.rounds, workload.merges)
-    return Result(workload.name, workload.about, len(sources.names), size, sources.pages,
-                  runs), room
+    return Result(workload.name, workload.about.format(files=len(sources.names)),
+                  len(sources.names), size, sources.pages, runs), room
 
 
 if __name__ == "__main__":

@@ -5,6 +5,7 @@
 
 import hashlib
 import subprocess
+import sys
 import tempfile
 from pathlib import Path
 from typing import Optional, Sequence
@@ -17,9 +18,10 @@ _NOT_ENCRYPTED = 2  # what qpdf --is-encrypted says with its exit status
 
 
 def choose(corpus: Path, ours: Tool, folder: Path, count: int) -> Names:
-    """Links so many documents of the corpus into the folder: those that qpdf, mutool and we merge
-    without an error and a password. Which of them is decided by their names alone, so that every
-    kind of document has its share and the same corpus always gives the same choice."""
+    """Links so many documents of the corpus, or all there are, into the folder, of those that qpdf,
+    mutool and we merge without an error and a password. Which of them is decided by their names
+    alone, so that every kind of document has its share and the same corpus always gives the same
+    choice."""
     paths = sorted((path for path in corpus.rglob("*") if path.suffix.lower() == ".pdf"
                     and path.is_file()), key=lambda path: _order(path.relative_to(corpus)))
     chosen = Names([], [])
@@ -34,8 +36,8 @@ def choose(corpus: Path, ours: Tool, folder: Path, count: int) -> Names:
                 chosen.names.append(name)
                 chosen.pages.append(pages)
     if len(chosen.names) < count:
-        raise SystemExit(f"{corpus} has only {len(chosen.names)} documents that all tools can read; "
-                         f"{count} are wanted")
+        print(f"{corpus} has only {len(chosen.names)} of {count} documents that all tools can read",
+              file=sys.stderr)
     return chosen
 
 

@@ -19,14 +19,16 @@ _HOW = """\
 [`Benchmarks/speed`](../Benchmarks/speed) writes this page. It makes the documents itself, except
 for the mixed ones, which are real documents that Quirebind, qpdf and mutool all join without a word
 of complaint. All sources are read once before anything is measured, so that nobody waits for the
-disk; then all tools have their turn, one after the other, {rounds}, and the medians are given."""
+disk; then all tools have their turn, one after the other, {rounds}, and the medians are given. Once
+a tool has taken {limit:g} seconds in all, it has no more turns."""
 
 _COLUMNS = """\
 CPU is the time of the processor, for the program and for the system on its behalf. "Of cat" is how
 many times as much that is as for cat; "of the fastest peer", what part of the CPU of the fastest of
 the other tools (1/8.0: an eighth). {places} Peak memory is what was resident at the most, programs
-and libraries included. A tool that fails, loses pages (as qpdf counts them) or is stopped after
-{limit:g} seconds is never the fastest."""
+and libraries included; less than the 10 MB of the process that starts them cannot be told. A tool
+that fails, loses pages (as qpdf counts them) or is stopped after {limit:g} seconds is never the
+fastest."""
 
 _IN_MEMORY = """\
 Outputs go into a file system in memory (tmpfs); "on disk" is the time it takes when the output goes
@@ -36,7 +38,7 @@ _ON_DISK = "There was no file system in memory: all outputs went to the disk."
 
 def text(session: Session, plot: str) -> str:
     """The document, in Markdown, with the picture of that name."""
-    how = _fill(_HOW.format(rounds=_times(session.rounds)))
+    how = _fill(_HOW.format(rounds=_times(session.rounds), limit=session.limit))
     columns = _fill(_COLUMNS.format(places=_IN_MEMORY if session.memory else _ON_DISK,
                                     limit=session.limit))
     parts = ["# Speed", _fill(_INTRODUCTION), f"![CPU time of each tool]({plot})", how]

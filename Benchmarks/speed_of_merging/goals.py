@@ -8,7 +8,7 @@ from typing import Callable, NamedTuple, Optional, Sequence
 from .figures import Figures, Result
 from .tools import FLOOR, OURS
 
-# CPU of ours: at most so many times that of cat, and so many times less than that of the fastest peer.
+# CPU of ours: at most so many times that of cat, and so many times less than the fastest peer's.
 _SPEED = {
     "mixed": (2.5, 6), "one-page": (2, 8), "tiny": (2, 8), "scans": (2, 3),
     **{f"books-classic-{size}": (5, 30) for size in ("small", "medium", "large")},
@@ -47,6 +47,12 @@ def all_goals(results: Sequence[Result]) -> list[Goal]:
     return goals
 
 
+def _failure(*results: Optional[Result]) -> str:
+    """What is said in place of a figure: why there is none, if anybody tried."""
+    return next((figures.failure for result in results if result for figures in result.figures()
+                 if figures.tool == OURS and figures.failure), "")
+
+
 def _speed(name: str, result: Optional[Result], most: float, least: float) -> list[Goal]:
     ours = result.of(OURS) if result else None
     floor = result.of(FLOOR) if result else None
@@ -55,11 +61,11 @@ def _speed(name: str, result: Optional[Result], most: float, least: float) -> li
     ahead = peer.cpu / ours.cpu if ours and peer else None
     return [
         Goal(f"{name}: CPU", f"at most {most:g} x cat",
-             f"{to_floor:.2f} x" if to_floor is not None else "",
+             f"{to_floor:.2f} x" if to_floor is not None else _failure(result),
              to_floor is not None and to_floor <= most),
         Goal(f"{name}: CPU", f"{least:g} x faster than the fastest peer",
              f"{'more than ' if peer.at_least else ''}{ahead:.1f} x ({peer.tool})"
-             if ahead is not None and peer else "",
+             if ahead is not None and peer else _failure(result),
              ahead is not None and ahead >= least),
     ]
 
@@ -67,15 +73,15 @@ def _speed(name: str, result: Optional[Result], most: float, least: float) -> li
 def _opening(result: Optional[Result]) -> Goal:
     ours = result.of(OURS) if result else None
     return Goal("opening: wall", f"at most {_OPENING_SECONDS:g} s",
-                f"{ours.wall:.3f} s for {result.files:,} files" if ours and result else "",
-                ours is not None and ours.wall <= _OPENING_SECONDS)
+                f"{ours.wall:.3f} s for {result.files:,} files" if ours and result
+                else _failure(result), ours is not None and ours.wall <= _OPENING_SECONDS)
 
 
 def _linear(kind: str, small: Optional[Result], large: Optional[Result]) -> Goal:
     about = f"{kind}: CPU for each page, large to small"
     few, many = small.of(OURS) if small else None, large.of(OURS) if large else None
     if not (small and large and few and many):
-        return Goal(about, f"at most {_LINEAR:g}", "", False)
+        return Goal(about, f"at most {_LINEAR:g}", _failure(small, large), False)
     ratio = (many.cpu / large.pages) / (few.cpu / small.pages)
     return Goal(about, f"at most {_LINEAR:g}",
                 f"{ratio:.2f} ({large.pages:,} to {small.pages:,} pages)", ratio <= _LINEAR)
@@ -105,5 +111,6 @@ def _invoices(result: Optional[Result]) -> Goal:
     ours = result.of(OURS) if result else None
     left = ours.size / result.size if ours and result else None
     return Goal("invoices: size of the output", f"at least {100 * (1 - _INVOICES_LEFT):g} % less "
-                "than the sources", f"{100 * (1 - left):.1f} % less" if left is not None else "",
+                "than the sources", f"{100 * (1 - left):.1f} % less" if left is not None
+                else _failure(result),
                 left is not None and left <= _INVOICES_LEFT)

@@ -33,7 +33,7 @@ class Run(NamedTuple):
 
 
 class Places(NamedTuple):
-    """Where outputs go: on the disk with the sources, and into memory where there is such a place."""
+    """Where outputs go: to the disk with the sources, and into memory where there is a place."""
 
     disk: Path
     memory: Optional[Path]
@@ -42,14 +42,14 @@ class Places(NamedTuple):
 
 def run_all(sources: Sources, tools: Sequence[Tool], places: Places, rounds: int,
             merges: bool) -> list[Run]:
-    """That many rounds in which every tool has its turn. A tool that was stopped is not tried
-    again."""
+    """That many rounds in which every tool has its turn. A tool that has taken the time of a whole
+    run that is stopped, in one or in several, has no more turns."""
     runs: list[Run] = []
     sources.warm()
     for number in range(rounds):
         for tool in tools:
             before = [run for run in runs if run.tool == tool.name]
-            if any(run.stopped for run in before):
+            if sum(run.wall for run in before) >= places.limit:
                 continue
             if places.memory:
                 runs.append(_run(tool, sources, number, MEMORY, places, before, merges))

@@ -103,8 +103,9 @@ def _embedded_font(writer: Writer, name: bytes, data: bytes) -> int:
                             b"/FontBBox [-100 -200 1000 900] /Ascent 900 /Descent -200 "
                             b"/CapHeight 700 /StemV 80 /FontFile2 %d 0 R >>" % (name, file))
     widths = b" ".join(b"%d" % (400 + 37 * code % 300) for code in range(32, 127))
-    return writer.add(b"<< /Type /Font /Subtype /TrueType /BaseFont /%s /FirstChar 32 /LastChar 126 "
-                      b"/Widths [%s] /Encoding /WinAnsiEncoding /FontDescriptor %d 0 R >>"
+    return writer.add(b"<< /Type /Font /Subtype /TrueType /BaseFont /%s /FirstChar 32 "
+                      b"/LastChar 126 /Widths [%s] /Encoding /WinAnsiEncoding "
+                      b"/FontDescriptor %d 0 R >>"
                       % (name, widths, descriptor))
 
 

@@ -34,5 +34,5 @@ class Words:
         return self._random.randbytes(size)
 
     def font(self, size: int) -> bytes:
-        """Bytes that come to about this size when they are compressed, which takes off a quarter."""
+        """Bytes that come to about this size when they are compressed."""
         return self._random.randbytes(size * 4 // 3).translate(_SIX_BITS)

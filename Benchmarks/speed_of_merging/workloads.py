@@ -20,7 +20,7 @@ SMALL = 0.05  # of the sizes at full scale
 
 class Workload(NamedTuple):
     name: str
-    about: str
+    about: str  # {files} stands for their number
     folder: str  # of its files; the same for workloads that use the same files
     make: Make
     only: int = 0  # of the files, the first so many; 0 for all
@@ -57,7 +57,7 @@ def all_workloads(factor: float, choose: Optional[Choose]) -> list[Workload]:
     ]
     if choose:
         chosen = choose
-        workloads.insert(0, Workload("mixed", f"{mixed:,} real documents of all kinds",
+        workloads.insert(0, Workload("mixed", "{files:,} real documents of all kinds",
                                      f"mixed-{mixed}", lambda folder: chosen(folder, mixed)))
     return workloads
 
