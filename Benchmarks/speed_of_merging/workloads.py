@@ -17,6 +17,10 @@ Choose = Callable[[Path, int], Names]
 
 SMALL = 0.05  # of the sizes at full scale
 
+# What is looked at to see whether twice as much costs twice as much.
+_LINEAR = ["books-classic-small", "books-classic-large", "books-packed-small", "books-packed-large",
+           "fields", "names"]
+
 
 class Workload(NamedTuple):
     name: str
@@ -63,7 +67,8 @@ def all_workloads(factor: float, choose: Optional[Choose]) -> list[Workload]:
 
 
 def selected(workloads: Sequence[Workload], wanted: Sequence[str]) -> list[Workload]:
-    """Those of a name that is wanted, or begins with one and a hyphen."""
+    """Those of a name that is wanted, or begins with one and a hyphen; "linear" is some of them."""
+    wanted = [name for word in wanted for name in (_LINEAR if word == "linear" else [word])]
     for name in wanted:
         if not any(_goes_by(workload, name) for workload in workloads):
             raise SystemExit(f"there is no workload {name!r}; there are "
@@ -91,7 +96,7 @@ def _books(size: Callable[[int], int]) -> list[Workload]:
 
 def _linear(kind: str, about: str, write: Callable[[Path, int], None], on_page: int,
             size: Callable[[int], int]) -> list[Workload]:
-    """The same kind of document in two sizes, to see whether twice as much costs twice as much."""
+    """The same kind of document in two sizes."""
     return [Workload(f"{kind}-{name}", "1 file with " + about.format(size(full)),
                      f"{kind}-{size(full)}",
                      lambda folder, count=size(full): _single(folder, write, count, on_page),
