@@ -37,8 +37,10 @@ void copyPages(benchmark::State& state, Layout layout) {
         const auto source = PDFDocument::open(URL::file("book.pdf"), files);
         state.ResumeTiming();
         PDFDocument output;
-        if (!source || !appendAll(*source, output))
-            return state.SkipWithError("the pages cannot be copied");
+        if (!source || !appendAll(*source, output)) {
+            state.SkipWithError("the pages cannot be copied");
+            break;
+        }
         benchmark::DoNotOptimize(output.pageCount());
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
@@ -58,11 +60,16 @@ void mergeInMemory(benchmark::State& state, Layout layout) {
         PDFDocument output;
         {
             const auto source = PDFDocument::open(URL::file("book.pdf"), files);
-            if (!source || !appendAll(*source, output))
-                return state.SkipWithError("the pages cannot be copied");
+            if (!source || !appendAll(*source, output)) {
+                state.SkipWithError("the pages cannot be copied");
+                break;
+            }
         }
         const auto data = std::move(output).dataRepresentation();
-        if (!data) return state.SkipWithError("nothing was written");
+        if (!data) {
+            state.SkipWithError("nothing was written");
+            break;
+        }
         benchmark::DoNotOptimize(data->text().data());
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));

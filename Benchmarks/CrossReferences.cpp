@@ -24,7 +24,10 @@ void readSections(benchmark::State& state, Layout layout) {
     fuzzing::MemoryFileSystem files(book.text());
     for ([[maybe_unused]] const auto _ : state) {
         auto image = SourceImage::open(URL::file("book.pdf"), files);
-        if (!image) return state.SkipWithError("the book cannot be opened");
+        if (!image) {
+            state.SkipWithError("the book cannot be opened");
+            break;
+        }
         benchmark::DoNotOptimize(CrossReferenceReader(*image).read().table.flatLimit());
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
@@ -42,7 +45,10 @@ void openDocument(benchmark::State& state, Layout layout) {
     fuzzing::MemoryFileSystem files(book.text());
     for ([[maybe_unused]] const auto _ : state) {
         const auto document = PDFDocument::open(URL::file("book.pdf"), files);
-        if (!document) return state.SkipWithError("the book cannot be opened");
+        if (!document) {
+            state.SkipWithError("the book cannot be opened");
+            break;
+        }
         benchmark::DoNotOptimize(document->pageCount());
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
