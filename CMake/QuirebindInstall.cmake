@@ -2,7 +2,8 @@
 # SPDX-License-Identifier: MIT
 
 # The library for other programs: find_package(Quirebind), then link Quirebind::Core. Headers keep
-# their path in the tree, below a folder of their own.
+# their path in the tree, below a folder of their own. The component is Development: a package of the
+# application ships none of this.
 include(CMakePackageConfigHelpers)
 
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/Quirebind)
@@ -10,13 +11,15 @@ foreach(header QuirebindCore/PDFMerger.h Platform/PDF/PDFDocument.h Platform/PDF
                Platform/PDF/PageSize.h Platform/Files/URL.h Platform/Files/ByteBuffer.h)
   get_filename_component(folder ${header} DIRECTORY)
   install(FILES ${PROJECT_SOURCE_DIR}/${header}
-          DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quirebind/${folder})
+          DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quirebind/${folder} COMPONENT Development)
 endforeach()
-install(EXPORT QuirebindTargets NAMESPACE Quirebind:: DESTINATION ${package_folder})
+install(EXPORT QuirebindTargets NAMESPACE Quirebind:: DESTINATION ${package_folder}
+        COMPONENT Development)
 configure_package_config_file(CMake/QuirebindConfig.cmake.in
                               ${PROJECT_BINARY_DIR}/QuirebindConfig.cmake
                               INSTALL_DESTINATION ${package_folder})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/QuirebindConfigVersion.cmake
                                  COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/QuirebindConfig.cmake
-              ${PROJECT_BINARY_DIR}/QuirebindConfigVersion.cmake DESTINATION ${package_folder})
+              ${PROJECT_BINARY_DIR}/QuirebindConfigVersion.cmake
+        DESTINATION ${package_folder} COMPONENT Development)

@@ -63,7 +63,7 @@ function(quirebind_library name alias)
                    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/quirebind>)
   target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:QuirebindOptions>)
   if(QUIREBIND_INSTALL)
-    install(TARGETS ${name} EXPORT QuirebindTargets)
+    install(TARGETS ${name} EXPORT QuirebindTargets COMPONENT Development)
   endif()
 endfunction()
 

@@ -33,7 +33,7 @@ QuirebindApp::QuirebindApp(std::function<void(std::span<const URL>, const URL&)>
     : merge_(std::move(merge)), renderer_(renderer.empty() ? rendererProgram() : renderer) {
     QApplication::setApplicationName(QStringLiteral("Quirebind"));
     QApplication::setApplicationDisplayName(text::applicationName());
-    QApplication::setDesktopFileName(QStringLiteral("quirebind"));
+    QApplication::setDesktopFileName(QStringLiteral(QUIREBIND_APP_ID));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/quirebind.svg")));
     QtDesktop::keepNothing();
     openWindow();
