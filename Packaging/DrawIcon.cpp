@@ -41,6 +41,6 @@ int main(int argc, char* argv[]) {
     };
     if (draw(argument(1), argument(2).toInt(), argument(3), argument(4).toDouble()))
         return EXIT_SUCCESS;
-    std::fputs("usage: draw-icon SVG PIXELS PNG [UNITS]\n", stderr);
+    static_cast<void>(std::fputs("usage: draw-icon SVG PIXELS PNG [UNITS]\n", stderr));
     return EXIT_FAILURE;
 }
