@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
+#include <new>
 #include <span>
 #include <string_view>
 
@@ -15,11 +17,29 @@
 namespace quirebind {
 namespace {
 
-/// Appends " /ID [...]" (ISO 32000-2, 14.4), derived from everything written so far, so that the
-/// same inputs give the same file and different ones different identifiers.
-void appendIdentifier(ByteBuffer& out) {
+/// A hash of where all objects are and of the file so far: of all of a small one, and of a large
+/// one the beginning of each block, since to look at every byte would take as long as to copy it.
+XXH128_hash_t hashOf(std::string_view file, const std::vector<OutputLocation>& locations) {
+    constexpr std::size_t kSmall = std::size_t{1} << 20U;
+    constexpr std::size_t kBlock = std::size_t{4} << 10U;
+    const std::size_t sample = file.size() <= kSmall ? kBlock : kBlock / 16;
+    const std::unique_ptr<XXH3_state_t, decltype(&XXH3_freeState)> state(XXH3_createState(),
+                                                                         &XXH3_freeState);
+    if (!state) throw std::bad_alloc();
+    XXH3_128bits_reset(state.get());
+    XXH3_128bits_update(state.get(), locations.data(), locations.size() * sizeof(OutputLocation));
+    for (std::size_t at = 0; at < file.size(); at += kBlock) {
+        const std::string_view part = file.substr(at, sample);
+        XXH3_128bits_update(state.get(), part.data(), part.size());
+    }
+    return XXH3_128bits_digest(state.get());
+}
+
+/// Appends " /ID [...]" (ISO 32000-2, 14.4), derived from what was written so far, so that the same
+/// inputs give the same file and different ones different identifiers.
+void appendIdentifier(ByteBuffer& out, const std::vector<OutputLocation>& locations) {
     constexpr std::string_view kDigits = "0123456789abcdef";
-    const XXH128_hash_t hash = XXH3_128bits(out.text().data(), out.size());
+    const XXH128_hash_t hash = hashOf(out.text(), locations);
     XXH128_canonical_t canonical;
     XXH128_canonicalFromHash(&canonical, hash);
     std::array<char, 2 * sizeof(canonical.digest)> digits{};
@@ -35,12 +55,13 @@ void appendIdentifier(ByteBuffer& out) {
     out.append(">]");
 }
 
-void appendTrailerEntries(ByteBuffer& out, std::size_t size, std::uint32_t root) {
+void appendTrailerEntries(ByteBuffer& out, const std::vector<OutputLocation>& locations,
+                          std::uint32_t root) {
     out.append("/Size ");
-    out.append(std::uint64_t{size});
+    out.append(std::uint64_t{locations.size()});
     out.append("/Root ");
     appendReference(root, out);
-    appendIdentifier(out);
+    appendIdentifier(out, locations);
 }
 
 void appendEnd(ByteBuffer& out, std::uint64_t offset) {
@@ -142,7 +163,7 @@ void writeCrossReferenceTable(ByteBuffer& out, const std::vector<OutputLocation>
         if (isFree) entry[17] = 'f';
     }
     out.append("trailer\n<<");
-    appendTrailerEntries(out, locations.size(), root);
+    appendTrailerEntries(out, locations, root);
     out.append(">>\n");
     appendEnd(out, start);
 }
@@ -163,7 +184,7 @@ void writeCrossReferenceStream(ByteBuffer& out, std::vector<OutputLocation>& loc
     out.append(std::uint64_t{1 + positionWidth + 2});
     out.append(">>/Length ");
     out.append(std::uint64_t{body.size()});
-    appendTrailerEntries(out, locations.size(), root);
+    appendTrailerEntries(out, locations, root);
     out.append(">>stream\n");
     out.append(body.text());
     out.append("\nendstream\nendobj\n");
