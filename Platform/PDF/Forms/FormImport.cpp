@@ -29,7 +29,7 @@ FormImport::FormImport(ObjectCopier& copier, const PageCopies& pages, Value cata
 
 void FormImport::readResources() {
     ObjectReader& reader = copier_.reader();
-    ResourceDigests digests(reader);
+    ResourceDigests digests(reader, writer_.resources().hash());
     WorkBudget room(limits::kFormResources);
     std::set<std::string> categories;
     DictionaryReader entries(reader.resolve(entry("DR")));

@@ -11,6 +11,7 @@
 
 #include "Platform/Files/ByteBuffer.h"
 #include "Platform/PDF/Forms/UniqueNames.h"
+#include "Platform/PDF/KeyedHash.h"
 
 namespace quirebind {
 
@@ -36,6 +37,9 @@ class FormResources {
         bool isNew = false;  ///< It is to be added.
     };
 
+    /// By what digests are made that can be compared.
+    [[nodiscard]] KeyedHash& hash() { return hash_; }
+
     [[nodiscard]] Claim claim(const Resource& resource);
 
     /// Adds a resource that is new: its category, its new name, and its value in the output.
@@ -51,6 +55,7 @@ class FormResources {
         std::map<std::string, std::string> spellings;  // by name and digest
     };
 
+    KeyedHash hash_;
     std::map<std::string, Category> categories_;
     std::map<std::string, std::string> texts_;  // of what each category holds
 };

@@ -9,7 +9,6 @@
 #include <utility>
 #include <vector>
 
-#include "Platform/PDF/Encryption/Ciphers.h"
 #include "Platform/PDF/Encryption/StreamFilters.h"
 #include "Platform/PDF/Limits.h"
 #include "Platform/PDF/PDFString.h"
@@ -32,7 +31,7 @@ class CanonicalText {
         while (!pending_.empty()) {
             const Item item = std::move(pending_.back());
             pending_.pop_back();
-            work_ += kItem + item.value.text().size();
+            spend(item.value);
             if (work_ > limits::kComparedResource) return std::nullopt;
             text_ += item.before;
             write(item);
@@ -53,6 +52,8 @@ class CanonicalText {
     /// The work that even the smallest value makes, in bytes looked at.
     static constexpr std::uint64_t kItem = 16;
 
+    void spend(Value value) { work_ += kItem + value.text().size(); }
+
     void write(const Item& item) {
         const Value value = item.value;
         if (const auto reference = value.reference())
@@ -61,12 +62,22 @@ class CanonicalText {
             openArray(value);
         else if (value.isDictionary())
             openDictionary(value, item.isStream ? "Length" : "");
-        else if (value.isName())
+        else
+            writeSimple(value);
+    }
+
+    /// A value that no other is part of.
+    void writeSimple(Value value) {
+        if (value.isName())
             writeBytes('/', value.name());
         else if (isString(value))
             writeBytes('(', stringBytes(value));
         else
             text_.append(" ").append(value.text());
+    }
+
+    static bool isSimple(Value value) {
+        return !value.isArray() && !value.isDictionary() && !value.reference();
     }
 
     void writeObject(Reference reference) {
@@ -94,8 +105,16 @@ class CanonicalText {
         text_ += '[';
         const std::size_t first = pending_.size();
         ArrayReader elements(array);
-        while (const auto element = elements.next())
-            pending_.push_back({.before = {}, .value = *element});
+        while (const auto element = elements.next()) {
+            // Most arrays are of numbers or names: nothing of them has to wait.
+            if (pending_.size() == first && isSimple(*element)) {
+                spend(*element);
+                if (work_ > limits::kComparedResource) break;
+                writeSimple(*element);
+            } else {
+                pending_.push_back({.before = {}, .value = *element});
+            }
+        }
         close("]", first);
     }
 
@@ -128,8 +147,11 @@ class CanonicalText {
 
 }  // namespace
 
-ResourceDigests::ResourceDigests(ObjectReader& reader)
-    : reader_(reader), graphs_(limits::kComparedResources), bodyBytes_(reader.image().size()) {}
+ResourceDigests::ResourceDigests(ObjectReader& reader, KeyedHash& hash)
+    : reader_(reader),
+      hash_(hash),
+      graphs_(limits::kComparedResources),
+      bodyBytes_(reader.image().size()) {}
 
 std::optional<std::string> ResourceDigests::of(Value resource) {
     const auto reference = resource.reference();
@@ -149,19 +171,19 @@ std::optional<std::string> ResourceDigests::compute(Value resource) {
     const auto text = canonical.of(resource);
     graphs_.spend(std::min(canonical.work(), graphs_.left()));
     if (!text) return std::nullopt;
-    return sha256(*text);
+    return hash_.of(*text);
 }
 
 std::string ResourceDigests::bodyDigest(const SourceObject& stream) {
     constexpr std::uint64_t kPiece = std::uint64_t{1} << 20U;
     const std::uint64_t length = reader_.bodyLength(stream);
     bodyBytes_.spend(length);
-    if (reader_.isEncrypted()) return sha256(reader_.body(stream, length));
+    if (reader_.isEncrypted()) return hash_.of(reader_.body(stream, length));
     std::string digests;
     for (std::uint64_t at = 0; at < length; at += kPiece) {
         std::string piece(static_cast<std::size_t>(std::min(kPiece, length - at)), '\0');
         reader_.image().copy(stream.bodyOffset + at, piece);
-        digests += sha256(piece);
+        digests += hash_.of(piece);
     }
     return digests;
 }

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "Platform/PDF/KeyedHash.h"
 #include "Platform/PDF/ObjectReader.h"
 #include "Platform/PDF/Value.h"
 #include "Platform/PDF/WorkBudget.h"
@@ -18,7 +19,8 @@ namespace quirebind {
 /// all that they refer to, however it is numbered, spelt and divided into objects.
 class ResourceDigests {
  public:
-    explicit ResourceDigests(ObjectReader& reader);
+    /// Digests by the same `hash` can be compared. Both must outlive this.
+    ResourceDigests(ObjectReader& reader, KeyedHash& hash);
 
     /// A digest of what `resource` says; the same for two that are the same. Nothing where that is
     /// too much to be compared. Throws DamagedDocument where the source is damaged.
@@ -29,6 +31,7 @@ class ResourceDigests {
     [[nodiscard]] std::string bodyDigest(const SourceObject& stream);
 
     ObjectReader& reader_;
+    KeyedHash& hash_;
     std::map<std::uint32_t, std::optional<std::string>> digests_;  // of objects
     std::map<std::uint32_t, std::string> bodies_;                  // of streams
     WorkBudget graphs_;
