@@ -287,7 +287,7 @@ Value ObjectReader::resolveInFile(Value value) {
     throw DamagedDocument("a chain of references without an end");
 }
 
-Value ObjectReader::resolve(Value value) {
+Value ObjectReader::resolveReference(Value value) {
     for (int i = 0; i < limits::kReferenceChain; ++i) {
         const auto reference = value.reference();
         if (!reference) return value;

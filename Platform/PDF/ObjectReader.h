@@ -70,7 +70,9 @@ class ObjectReader {
 
     /// The object that `value` refers to, through any number of references (within a limit), or
     /// `value` itself where it is no reference.
-    [[nodiscard]] Value resolve(Value value);
+    [[nodiscard]] Value resolve(Value value) {
+        return value.reference() ? resolveReference(value) : value;
+    }
 
     /// The same, but what is damaged means null. Throws only where the document is exhausted.
     [[nodiscard]] Value resolveIfSound(Value value);
@@ -105,6 +107,7 @@ class ObjectReader {
     void trim();
 
  private:
+    [[nodiscard]] Value resolveReference(Value value);
     [[nodiscard]] bool isListed(Reference reference);
     [[nodiscard]] std::optional<Reference> readId(std::uint64_t offset);
     [[nodiscard]] SourceObject readPacked(std::uint32_t number, FoundParts* parts);

@@ -64,7 +64,8 @@ std::optional<bool> Value::boolean() const {
     return std::nullopt;
 }
 
-std::optional<Reference> Value::reference() const {
+/// The reference that is all of the text.
+std::optional<Reference> Value::readWhole() const {
     std::size_t at = 0;
     std::size_t looked = 0;
     Reference result;
@@ -86,14 +87,6 @@ std::string Value::name() const {
         }
     }
     return result;
-}
-
-/// Of a name that is long enough.
-bool Value::spells(std::string_view expected) const {
-    if (text_.substr(1) == expected) return expected.find('#') == std::string_view::npos;
-    // Escapes make a name longer than what it says.
-    if (text_.size() <= expected.size() + 1) return false;
-    return text_.find('#') != std::string_view::npos && name() == expected;
 }
 
 Value Value::find(std::string_view key) const {

@@ -36,15 +36,21 @@ class Value {
     /// The truth value, where this is one.
     [[nodiscard]] std::optional<bool> boolean() const;
     /// What this refers to, where it is an indirect reference.
-    [[nodiscard]] std::optional<Reference> reference() const;
+    [[nodiscard]] std::optional<Reference> reference() const {
+        const bool mayBe = !text_.empty() && text_.back() == 'R' && isDigit(text_.front());
+        return mayBe ? readWhole() : std::nullopt;
+    }
     /// The name without its solidus and with its number-sign escapes undone; empty for others.
     [[nodiscard]] std::string name() const;
     /// Whether this is the name `expected` (given without solidus), in any spelling.
     [[nodiscard]] bool isName(std::string_view expected) const {
-        // Nearly all names that are asked about differ in their length or their first letter.
+        // Nearly all names that are asked about differ in their length or their first letter, and
+        // hardly any has escapes, which make it longer than what it says.
         if (text_.size() <= expected.size() || text_[0] != '/') return false;
         if (!expected.empty() && text_[1] != expected[0] && text_[1] != '#') return false;
-        return spells(expected);
+        if (text_.size() == expected.size() + 1)
+            return text_.substr(1) == expected && expected.find('#') == std::string_view::npos;
+        return text_.find('#') != std::string_view::npos && name() == expected;
     }
 
     /// The value under `key` (without solidus) of a dictionary; absent where there is none or this
@@ -52,7 +58,7 @@ class Value {
     [[nodiscard]] Value find(std::string_view key) const;
 
  private:
-    [[nodiscard]] bool spells(std::string_view expected) const;
+    [[nodiscard]] std::optional<Reference> readWhole() const;
 
     std::string_view text_;
 };
