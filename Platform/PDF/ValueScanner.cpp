@@ -190,19 +190,24 @@ class Scan {
         const std::size_t begin = at_;
         if (open_.empty() || (kNotes && isEntry())) {
             Reference reference;
-            if (!readReference(text_, at_, reference, looked_))
-                at_ = skipRegular(text_, begin);
-            else if (kNotes)
-                parts_.references.push_back({begin - begin_, at_ - begin_, reference});
+            std::size_t end = begin;
+            std::size_t looked = 0;
+            const bool isReference = readReference(text_, end, reference, looked);
+            looked_ = looked;
+            at_ = isReference ? end : skipRegular(text_, begin);
+            if (kNotes && isReference)
+                parts_.references.push_back({begin - begin_, end - begin_, reference});
             note(begin, false);
             return true;
         }
         // Further inside, an R that follows two integers tells.
+        std::size_t end = begin;
         std::uint64_t value = 0;
-        if (kNotes && readUnsigned(text_, at_, value) &&
-            (at_ == text_.size() || !isRegular(text_[at_]))) {
+        if (kNotes && readUnsigned(text_, end, value) &&
+            (end == text_.size() || !isRegular(text_[end]))) {
             older_ = newer_;
             newer_ = {begin, value, tokens_};
+            at_ = end;
         } else {
             at_ = skipRegular(text_, begin);
         }
