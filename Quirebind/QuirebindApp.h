@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "Quirebind/Desktop/QtMainThread.h"
+#include "Quirebind/Desktop/UserLanguage.h"
 #include "Quirebind/Preview/RenderService.h"
 #include "Quirebind/Views/Appearance.h"
 #include "Quirebind/Views/MainWindow.h"
@@ -34,6 +35,7 @@ class QuirebindApp {
  private:
     void forget(const QWidget& window);
 
+    UserLanguage language_;  // before anything takes a text
     std::function<void(std::span<const URL>, const URL&)> merge_;
     QtMainThread mainThread_;
     BackgroundWork background_;  // waits in its destructor, when the windows are gone already

@@ -65,14 +65,17 @@ QString pages(std::int64_t pages) {
 }
 
 QString up() {
+    //: Moves the selected document one place up in the list.
     return translated(QT_TRANSLATE_NOOP("Quirebind", "Up"));
 }
 
 QString down() {
+    //: Moves the selected document one place down in the list.
     return translated(QT_TRANSLATE_NOOP("Quirebind", "Down"));
 }
 
 QString remove() {
+    //: Takes the selected document off the list; its file stays where it is.
     return translated(QT_TRANSLATE_NOOP("Quirebind", "Remove"));
 }
 
@@ -94,15 +97,19 @@ QString previewDescription() {
 }
 
 QString summary(std::int64_t documents, std::int64_t pages) {
+    //: Either number may be one, so say it in a way that holds for every number, as in
+    //: "Documents: %lld". The first number is always the documents'.
     return format(translated(QT_TRANSLATE_NOOP("Quirebind", "%lld documents · %lld pages")),
                   {documents, pages});
 }
 
 QString privacy() {
+    //: Say "computer" in the place of "Mac".
     return translated(QT_TRANSLATE_NOOP("Quirebind", "Processed privately on your Mac"));
 }
 
 QString showInFinder() {
+    //: Say "file manager" in the place of "Finder".
     return translated(QT_TRANSLATE_NOOP("Quirebind", "Show in Finder"));
 }
 
@@ -111,10 +118,12 @@ QString mergePDFs() {
 }
 
 QString merging() {
+    //: On the button, while the merge runs.
     return translated(QT_TRANSLATE_NOOP("Quirebind", "Merging…"));
 }
 
 QString alertTitle() {
+    //: The title of the alert; below it stands what went wrong.
     return translated(QT_TRANSLATE_NOOP("Quirebind", "Quirebind couldn’t finish"));
 }
 
@@ -127,6 +136,7 @@ QString copy() {
 }
 
 QString pagePosition(std::int64_t page, std::int64_t pages) {
+    //: The first number is always the page's, the second that of all pages.
     return format(translated(QT_TRANSLATE_NOOP("Quirebind", "Page %lld of %lld")), {page, pages});
 }
 
@@ -135,11 +145,13 @@ QString row(const QString& name, const QString& pages) {
 }
 
 QString divider() {
+    //: What a screen reader calls the line that makes one side wider, the other narrower.
     return translated(
         QT_TRANSLATE_NOOP("Quirebind", "Divider between the documents and the preview"));
 }
 
 QString closingTitle() {
+    //: Said where a window is to be closed during a merge.
     return translated(QT_TRANSLATE_NOOP("Quirebind", "The merge is still running"));
 }
 
