@@ -88,7 +88,7 @@
     <message>
         <source>Quirebind couldn’t finish</source>
         <extracomment>The title of the alert; below it stands what went wrong.</extracomment>
-        <translation>Quirebind לא הצליח להשלים את הפעולה</translation>
+        <translation>התוכנה Quirebind לא הצליחה להשלים את הפעולה</translation>
     </message>
     <message>
         <source>OK</source>
