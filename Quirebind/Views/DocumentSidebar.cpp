@@ -3,6 +3,8 @@
 
 #include "Quirebind/Views/DocumentSidebar.h"
 
+#include <algorithm>
+
 #include "Quirebind/Views/Layout.h"
 #include "Quirebind/Views/Symbol.h"
 #include "Quirebind/Views/Texts.h"
@@ -39,7 +41,6 @@ DocumentSidebar::DocumentSidebar(ContentView& state)
       emptyState_(QStringLiteral("doc.badge.plus"), text::dropTitle(), text::dropDescription()),
       list_(state),
       buttons_(state) {
-    setMinimumWidth(kMinimumWidth);
     caption_.setText(text::yourDocuments());
     caption_.setBold(QFont::DemiBold);
     emptyState_.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
@@ -53,7 +54,13 @@ DocumentSidebar::DocumentSidebar(ContentView& state)
 }
 
 QSize DocumentSidebar::sizeHint() const {
-    return {kIdealWidth, QWidget::sizeHint().height()};
+    return {std::max(kIdealWidth, minimumSizeHint().width()), QWidget::sizeHint().height()};
+}
+
+QSize DocumentSidebar::minimumSizeHint() const {
+    // The buttons count while they are hidden, too, so that the first document moves no divider.
+    return {std::max(kMinimumWidth, buttons_.minimumSizeHint().width()),
+            QWidget::minimumSizeHint().height()};
 }
 
 void DocumentSidebar::redraw() {

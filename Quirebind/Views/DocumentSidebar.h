@@ -25,6 +25,7 @@ class DocumentSidebar : public QWidget {
 
     [[nodiscard]] QWidget& list() { return list_; }
     [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
 
  private:
     /// Up, Down and Remove, which are enabled and disabled together.

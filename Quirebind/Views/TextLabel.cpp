@@ -43,6 +43,7 @@ QFont font(TextStyle style) {
 
 TextLabel::TextLabel(TextStyle style, Emphasis emphasis) : style_(style), emphasis_(emphasis) {
     setTextFormat(Qt::PlainText);
+    align();
     restyle();
 }
 
@@ -55,7 +56,14 @@ void TextLabel::changeEvent(QEvent* event) {
     if (event->type() == QEvent::ApplicationFontChange ||
         event->type() == QEvent::ApplicationPaletteChange)
         restyle();
+    if (event->type() == QEvent::LayoutDirectionChange && alignment().testFlag(Qt::AlignAbsolute))
+        align();
     QLabel::changeEvent(event);
+}
+
+void TextLabel::align() {
+    const auto side = layoutDirection() == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
+    setAlignment(Qt::AlignAbsolute | Qt::AlignVCenter | side);
 }
 
 void TextLabel::restyle() {

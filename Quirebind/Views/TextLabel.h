@@ -29,6 +29,9 @@ class TextLabel : public QLabel {
     void changeEvent(QEvent* event) override;
 
  private:
+    /// Where the layout begins. Left to itself, a label begins where its text does, and a name in
+    /// Latin letters would stand apart from the Hebrew below it.
+    void align();
     void restyle();
 
     TextStyle style_;
