@@ -31,7 +31,8 @@ of which not every page can be read is refused rather than joined in part.")
 # Libraries are found by what the programs are linked with; the window system's part of the toolkit is
 # loaded at run time, where the one for X11 comes with those libraries.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_APPLICATION_PACKAGE_RECOMMENDS "qt6-wayland")
+set(CPACK_DEBIAN_APPLICATION_PACKAGE_RECOMMENDS
+    "qt6-wayland, qt6-translations-l10n")
 set(CPACK_DEBIAN_APPLICATION_PACKAGE_SUGGESTS "xdg-desktop-portal")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
