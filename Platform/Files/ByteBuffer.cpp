@@ -4,7 +4,6 @@
 #include "Platform/Files/ByteBuffer.h"
 
 #include <algorithm>
-#include <bit>
 #include <charconv>
 #include <limits>
 #include <new>
@@ -27,7 +26,8 @@ void preferLargePages(std::span<char> block) {
     // From the beginning of its first page: that of the mapping which the allocator has made for
     // it. To advise on part of a mapping would divide it, and then it could not be moved as one.
     const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
-    const std::size_t before = std::bit_cast<std::uintptr_t>(block.data()) % page;
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): only to know where it is
+    const std::size_t before = reinterpret_cast<std::uintptr_t>(block.data()) % page;
     (void)::madvise(block.data() - before, before + block.size(), MADV_HUGEPAGE);
 #else
     (void)block;
