@@ -35,7 +35,6 @@ IndirectObject readIndirectObject(SourceImage& image, std::uint64_t offset, Work
     for (;;) {
         const std::string_view text = image.view(offset, length);
         const bool isWhole = offset + text.size() >= image.size();
-        if (parts != nullptr) parts->clear();
         if (auto object = parseIndirectObject(text, isWhole, parts)) {
             budget.spend(object->looked);
             return *object;
@@ -174,7 +173,6 @@ void ObjectReader::decryptStrings(SourceObject& object, FoundParts* parts) {
         held = decrypted_.emplace(object.number, std::move(*text)).first;
     }
     object.value = Value(held->second);
-    if (parts != nullptr) parts->clear();
     (void)scanValue(held->second, 0, parts);  // only the strings are others now
 }
 

@@ -50,7 +50,9 @@ class SourceImage final : public ByteSource {
     /// where more is in memory. Valid until `trim`.
     [[nodiscard]] std::string_view view(std::uint64_t offset, std::size_t length) override {
         const std::uint64_t begin = origin_ + offset;
-        if (begin >= readyBegin_ && begin < readyEnd_ && length <= readyEnd_ - begin)
+        // The first comparison keeps offsets out for which the sum has no room.
+        if (offset < readyEnd_ && begin >= readyBegin_ && begin < readyEnd_ &&
+            length <= readyEnd_ - begin)
             return {
                 &bytes_[static_cast<std::size_t>(begin)],
                 std::min(readyEnd_ - static_cast<std::size_t>(begin), std::max(length, kAhead))};

@@ -243,7 +243,7 @@ class Scan {
     struct Integer {
         std::size_t begin = 0;
         std::uint64_t value = 0;
-        std::size_t token = 0;  // the how manieth token it is
+        std::size_t token = 0;  // its place among the tokens
     };
 
     std::size_t tokens_ = 2;  // so that there is no integer before the first two

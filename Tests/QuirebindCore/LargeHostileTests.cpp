@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
-// Files of 10 MB with a sound table that are made to cost as much as they can. A gigabyte of
+// Files of 10 MB that are made to cost as much as they can. A gigabyte of
 // address space and a time far beyond what any of them needs are enough to merge each or to refuse
 // it as damaged.
 
@@ -202,28 +202,27 @@ std::string subsectionsOfNothing() {
     return text.substr(0, trailer) + repeated("7 0\n") + text.substr(trailer);
 }
 
-/// Object streams, each of which inflates to all that one may.
-std::string streamsThatInflate(const std::string& member, std::size_t count) {
-    constexpr std::size_t kInflated = 60'000'000;
-    std::string plain = "900000 0 " + member;
-    const std::size_t first = plain.find(member);
-    plain.resize(kInflated, ' ');
-    const std::string packed = test::encodeFlate(plain);
-    Builder file("", "/All[" + references(900'000, 900'000 + count) + "]");
-    std::string entries;
-    for (std::size_t i = 0; i < count && file.size() < kSize; ++i) {
-        file.stream(10 + i, "/Type/ObjStm/Filter/FlateDecode/N 1/First " + std::to_string(first),
-                    packed);
-        entries += std::string("\2\0\0", 3) + static_cast<char>(10 + i) + '\0';
-    }
-    const std::string plainTable = file.finished();
-    // Objects that are in the streams can be told of by a cross-reference stream only; that table
-    // is left out, and the file is searched.
-    return plainTable.substr(0, plainTable.rfind("xref\n0 1")) + "trailer<</Root 1 0 R>>\n";
+/// `file` without its table, so that it is searched: only a search tells what is in the streams of
+/// a document that the table does not list.
+std::string withoutTable(const Builder& file) {
+    const std::string text = file.finished();
+    return text.substr(0, text.rfind("xref\n0 1")) + "trailer<</Root 1 0 R>>\n";
 }
 
+/// Object streams, each of which inflates to nearly all that one may.
 std::string objectStreamsThatInflate() {
-    return streamsThatInflate("[0]", 150);
+    constexpr std::size_t kStreams = 150;
+    constexpr std::size_t kInflated = 60'000'000;
+    constexpr std::size_t kNumbers = 9;  // "900000 0 " comes before the only member
+    std::string plain = "900000 0 [0]";
+    plain.resize(kInflated, ' ');
+    const std::string packed = test::encodeFlate(plain);
+    Builder file("", "/Member 900000 0 R");
+    for (std::size_t i = 0; i < kStreams && file.size() < kSize; ++i) {
+        file.stream(10 + i, "/Type/ObjStm/Filter/FlateDecode/N 1/First " + std::to_string(kNumbers),
+                    packed);
+    }
+    return withoutTable(file);
 }
 
 std::string objectStreamOfManyMembers() {
@@ -237,8 +236,7 @@ std::string objectStreamOfManyMembers() {
     file.stream(4,
                 "/Type/ObjStm/Filter/FlateDecode/N " + std::to_string(kMembers) + "/First " + first,
                 test::encodeFlate(index + repeated("0 ", 2 * kMembers)));
-    const std::string text = file.finished();
-    return text.substr(0, text.rfind("xref\n0 1")) + "trailer<</Root 1 0 R>>\n";
+    return withoutTable(file);
 }
 
 std::string crossReferenceStreamThatInflates() {
