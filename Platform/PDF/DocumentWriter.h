@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string_view>
 #include <vector>
 
 #include "Platform/Files/ByteBuffer.h"
@@ -53,6 +54,9 @@ class DocumentWriter {
 
     /// Whether any object was packed: then the file has object streams already.
     [[nodiscard]] bool packs() const { return packs_; }
+
+    /// All that was written so far but what is packed. Valid until more is written.
+    [[nodiscard]] std::string_view written() const { return out_.text(); }
 
     /// Completes the file: its catalog is object `root`, its version at least `version`. Nothing
     /// can be written afterwards. The same calls always give the same bytes.

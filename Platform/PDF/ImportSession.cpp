@@ -28,7 +28,7 @@ std::uint32_t reserve(DocumentWriter& writer, std::size_t count) {
 
 ImportSession::ImportSession(SourceDocument& source, OutputParts& output)
     : serial_(source.serial()),
-      copier_(source.reader(), output.writer, output.structureKeys),
+      copier_(source.reader(), output.writer, output.sharedStreams, output.structureKeys),
       pages_(source.pageTree(), copier_),
       copies_(copier_.map(), reserve(output.writer, source.pageTree().pages().size()),
               source.pageTree().pages().size()),

@@ -76,6 +76,13 @@ inline constexpr std::size_t kDefaultAppearance = 256;
 inline constexpr std::uint64_t kComparedResource = std::uint64_t{1} << 20U;
 inline constexpr std::uint64_t kComparedResources = std::uint64_t{32} << 20U;
 
+/// The shortest body of a stream that is worth being shared by several sources, in bytes.
+inline constexpr std::uint64_t kSharedStream = 1024;
+
+/// How deep streams that are compared may stand in one another (an image, its mask, the colour
+/// space of that). Beyond that they are not shared.
+inline constexpr std::size_t kNestedShared = 8;
+
 /// Bytes of the default resources of one source's form, without what they refer to.
 inline constexpr std::uint64_t kFormResources = std::uint64_t{2} << 20U;
 

@@ -9,6 +9,7 @@
 
 #include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/MappedText.h"
+#include "Platform/PDF/StreamDictionary.h"
 
 namespace quirebind {
 namespace {
@@ -122,40 +123,34 @@ void ObjectCopier::copyStream(const SourceObject& object) {
         return;
     }
     ByteBuffer& out = writer_.beginStream(current_.output);
-    const std::size_t begin = out.size();
-    if (!appendStreamDictionary(object.value, length, {}, out)) {
-        out.shrink(begin);
-        (void)appendStreamDictionary(object.value, length, "/Length ", out);
-    }
-    reader_.image().copy(object.bodyOffset, writer_.streamBody(static_cast<std::size_t>(length)));
+    SharedStreams::Stream written{.number = current_.output, .dictionary = out.size()};
+    appendDictionary(object.value, length, out);
+    written.dictionarySize = out.size() - written.dictionary;
+    const std::span<char> body = writer_.streamBody(static_cast<std::size_t>(length));
+    reader_.image().copy(object.bodyOffset, body);
+    written.body = out.size() - body.size();
+    written.bodySize = body.size();
     writer_.endStream();
+    if (current_.role == Role::plain) sharer_.add(object.value, parts_, written);
 }
 
-/// With that length under every /Length that there is, and under one more where the key is given.
-/// Says whether there was any.
-bool ObjectCopier::appendStreamDictionary(Value dictionary, std::uint64_t length,
-                                          std::string_view key, ByteBuffer& out) {
-    constexpr std::string_view kOpening = "<<";
+void ObjectCopier::appendDictionary(Value dictionary, std::uint64_t length, ByteBuffer& out) {
+    const auto rewriteOther = [this](const DictionaryEntry& entry, EntryRewriter& entries) {
+        rewriteCommonEntry(entry, entries);
+    };
+    const std::size_t begin = out.size();
     MappedText text(dictionary.text(), parts_, map_);
+    if (appendStreamDictionary(dictionary, length, text, out, rewriteOther)) return;
+
+    constexpr std::string_view kOpening = "<<";
+    out.shrink(begin);
     out.append(kOpening);
-    text.skipTo(kOpening.size());
-    if (!key.empty()) {
-        out.append(key);
-        out.append(length);
-        out.append(" ");
-    }
-    bool declared = false;
-    EntryRewriter entries(dictionary, text, out);
-    while (const auto entry = entries.next()) {
-        if (entry->key.isName("Length")) {
-            entries.replace().append(length);
-            declared = true;
-        } else {
-            rewriteCommonEntry(*entry, entries);
-        }
-    }
-    text.copyRest(Role::plain, out);
-    return declared;
+    out.append("/Length ");
+    out.append(length);
+    out.append(" ");
+    MappedText again(dictionary.text(), parts_, map_);
+    again.skipTo(kOpening.size());
+    (void)appendStreamDictionary(dictionary, length, again, out, rewriteOther);
 }
 
 /// The body goes over in clear. What is said anew comes first: a dictionary that is broken at its

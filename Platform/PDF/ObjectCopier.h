@@ -14,6 +14,7 @@
 #include "Platform/PDF/ObjectReader.h"
 #include "Platform/PDF/ObjectRewriter.h"
 #include "Platform/PDF/ReferenceMap.h"
+#include "Platform/PDF/Sharing/StreamSharer.h"
 #include "Platform/PDF/Structure/StructureKeys.h"
 
 namespace quirebind {
@@ -25,10 +26,12 @@ namespace quirebind {
 /// Throws DamagedDocument where the source is damaged; the output is then of no use.
 class ObjectCopier {
  public:
-    ObjectCopier(ObjectReader& reader, DocumentWriter& writer, StructureKeyCounter& keys)
+    ObjectCopier(ObjectReader& reader, DocumentWriter& writer, SharedStreams& shared,
+                 StructureKeyCounter& keys)
         : reader_(reader),
           writer_(writer),
           map_(reader, writer),
+          sharer_(reader, map_, writer, shared),
           keys_(keys, reader.table().flatLimit()),
           bodies_(reader.image().size()) {}
 
@@ -88,8 +91,7 @@ class ObjectCopier {
     void copyObject(const SourceObject& object, const Kind& kind);
     void copyPlain(Value value, bool hasStructureKey, MappedText& text, ByteBuffer& out);
     void copyStream(const SourceObject& object);
-    bool appendStreamDictionary(Value dictionary, std::uint64_t length, std::string_view key,
-                                ByteBuffer& out);
+    void appendDictionary(Value dictionary, std::uint64_t length, ByteBuffer& out);
     void copyEncryptedStream(const SourceObject& object, std::uint64_t length,
                              std::uint32_t output);
     void appendFilters(const std::vector<StreamFilters::Filter>& filters, ByteBuffer& out);
@@ -97,6 +99,7 @@ class ObjectCopier {
     ObjectReader& reader_;
     DocumentWriter& writer_;
     ReferenceMap map_;
+    StreamSharer sharer_;
     StructureKeys keys_;
     std::array<ObjectRewriter*, kRoles> rewriters_{};
     ReferenceMap::Pending current_;

@@ -10,6 +10,7 @@
 #include "Platform/PDF/Forms/FormWriter.h"
 #include "Platform/PDF/Layers/LayerWriter.h"
 #include "Platform/PDF/OutputIntents/OutputIntents.h"
+#include "Platform/PDF/Sharing/SharedStreams.h"
 #include "Platform/PDF/Structure/Marking.h"
 #include "Platform/PDF/Structure/StructureKeys.h"
 #include "Platform/PDF/Structure/StructureWriter.h"
@@ -19,6 +20,7 @@ namespace quirebind {
 /// What the sources of one output add to, besides its pages.
 struct OutputParts {
     DocumentWriter writer;
+    SharedStreams sharedStreams;
     StructureKeyCounter structureKeys;
     LayerWriter layers;
     std::vector<std::uint32_t> threads;

@@ -7,18 +7,30 @@ namespace quirebind {
 
 std::optional<std::uint32_t> ReferenceMap::map(Reference reference, Role role) {
     if (!exists(reference)) return std::nullopt;
-    std::uint32_t& output = outputs_.at(reference.number);
+    const std::uint32_t output = outputs_.at(reference.number);
     if (output == kNull) return std::nullopt;
-    if (output == 0) {
-        output = writer_.reserve();
-        if (!known_.empty())
-            if (const auto known = known_.find(reference.number); known != known_.end())
-                role = known->second;
-        if (role == Role::structureElement)
-            waiting_.push_back(reference.number);
-        else
-            queue_.push_back({reference.number, output, role});
+    return output != 0 ? output : assignFirst(reference.number, roleOf(reference.number, role));
+}
+
+Role ReferenceMap::roleOf(std::uint32_t source, Role role) const {
+    if (known_.empty()) return role;
+    const auto known = known_.find(source);
+    return known == known_.end() ? role : known->second;
+}
+
+std::uint32_t ReferenceMap::assignFirst(std::uint32_t source, Role role) {
+    if (standIns_ != nullptr && role == Role::plain) {
+        const auto standIn = standIns_->standInFor(source);
+        std::uint32_t& output = outputs_.at(source);
+        if (output == 0 && standIn) output = *standIn;
+        if (output != 0) return output;  // also where it refers to itself
     }
+    const std::uint32_t output = writer_.reserve();
+    outputs_.at(source) = output;
+    if (role == Role::structureElement)
+        waiting_.push_back(source);
+    else
+        queue_.push_back({source, output, role});
     return output;
 }
 

@@ -12,6 +12,7 @@
 
 #include "Platform/PDF/DocumentWriter.h"
 #include "Platform/PDF/ObjectReader.h"
+#include "Platform/PDF/Sharing/StandIns.h"
 #include "Platform/PDF/SparseArray.h"
 
 namespace quirebind {
@@ -80,6 +81,10 @@ class ReferenceMap {
     /// The structure elements that have come to wait since the last call.
     [[nodiscard]] std::vector<std::uint32_t> takeWaiting() { return std::exchange(waiting_, {}); }
 
+    /// From now on an object of no particular role, when it is first referred to, is asked for
+    /// among these, which must live as long as this is used.
+    void setStandIns(StandIns& standIns) { standIns_ = &standIns; }
+
     /// From now on references to objects that the file has lost mean null.
     void bypassLostObjects() { bypassesLost_ = true; }
 
@@ -93,6 +98,9 @@ class ReferenceMap {
         return !(bypassesLost_ && reader_.isLost(reference)) && reader_.exists(reference);
     }
 
+    [[nodiscard]] std::uint32_t assignFirst(std::uint32_t source, Role role);
+    [[nodiscard]] Role roleOf(std::uint32_t source, Role role) const;
+
     ObjectReader& reader_;
     DocumentWriter& writer_;
     SparseArray<std::uint32_t> outputs_;  // 0: none yet
@@ -100,6 +108,7 @@ class ReferenceMap {
     std::vector<Pending> queue_;
     std::size_t head_ = 0;
     std::vector<std::uint32_t> waiting_;
+    StandIns* standIns_ = nullptr;  // not owned
     bool bypassesLost_ = false;
 };
 
