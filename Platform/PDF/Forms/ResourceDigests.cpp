@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "Platform/PDF/Characters.h"
 #include "Platform/PDF/Encryption/StreamFilters.h"
 #include "Platform/PDF/Limits.h"
 #include "Platform/PDF/PDFString.h"
@@ -102,6 +103,7 @@ class CanonicalText {
     }
 
     void openArray(Value array) {
+        if (writeFlat(array.text())) return;
         text_ += '[';
         const std::size_t first = pending_.size();
         ArrayReader elements(array);
@@ -116,6 +118,34 @@ class CanonicalText {
             }
         }
         close("]", first);
+    }
+
+    /// An array of names and numbers, in arrays or not, in one go: widths and encodings are such,
+    /// and make up nearly all of most fonts. False, and nothing written, where there is more in it.
+    bool writeFlat(std::string_view array) {
+        if (array.find_first_of("(<%#") != std::string_view::npos) return false;
+        const std::size_t begin = text_.size();
+        for (std::size_t at = 0; at < array.size(); at = skipWhite(array, at)) {
+            const bool isName = array[at] == '/';
+            const std::size_t first = isName ? at + 1 : at;
+            const std::size_t end = skipRegular(array, first);
+            const std::string_view token = array.substr(first, end - first);
+            if (!isName && token == "R") {  // what it refers to has to be looked at
+                text_.resize(begin);
+                return false;
+            }
+            work_ += kItem;
+            if (isName) {
+                text_.append("/").append(std::to_string(token.size())).append(":").append(token);
+            } else if (!token.empty()) {
+                text_.append(" ").append(token);
+            } else {
+                text_ += array[at];
+            }
+            at = std::max(end, at + 1);
+        }
+        work_ += array.size();
+        return true;
     }
 
     void openDictionary(Value dictionary, std::string_view without) {
