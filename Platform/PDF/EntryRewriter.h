@@ -18,11 +18,7 @@ class EntryRewriter {
  public:
     /// `dictionary` is part of `text`, of which nothing behind its beginning has been copied yet.
     EntryRewriter(Value dictionary, MappedText& text, ByteBuffer& out)
-        : dictionary_(dictionary),
-          entries_(text.isAll(dictionary) ? DictionaryReader(dictionary, text.parts())
-                                          : DictionaryReader(dictionary)),
-          text_(text),
-          out_(out) {}
+        : dictionary_(dictionary), entries_(text.entriesOf(dictionary)), text_(text), out_(out) {}
 
     [[nodiscard]] std::optional<DictionaryEntry> next();
 

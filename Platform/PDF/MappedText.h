@@ -25,9 +25,11 @@ class MappedText {
 
     /// What a scan of the text has found.
     [[nodiscard]] const FoundParts& parts() const { return parts_; }
-    /// Whether `part` is not only a part of the text but all of it.
-    [[nodiscard]] bool isAll(Value part) const {
-        return part.text().data() == text_.data() && part.text().size() == text_.size();
+    /// The entries of `dictionary`, a part of this text or all of it: then nothing is read again.
+    [[nodiscard]] DictionaryReader entriesOf(Value dictionary) const {
+        const bool isAll =
+            dictionary.text().data() == text_.data() && dictionary.text().size() == text_.size();
+        return isAll ? DictionaryReader(dictionary, parts_) : DictionaryReader(dictionary);
     }
 
     /// Appends everything up to `end` (an offset in the text). What it refers to gets `role`.

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "Platform/PDF/ReferenceText.h"
 
@@ -13,13 +14,24 @@ namespace quirebind {
 KidKind kindOfKid(Value kid) {
     if (kid.integer()) return KidKind::identifier;
     if (!kid.isDictionary()) return KidKind::none;
-    const Value type = kid.find("Type");
-    if (type.isName("StructElem")) return KidKind::element;
-    if (type.isName("MCR")) return KidKind::markedContent;
-    if (type.isName("OBJR")) return KidKind::object;
-    if (!kid.find("S").isNull()) return KidKind::element;
-    if (!kid.find("MCID").isNull()) return KidKind::markedContent;
-    return KidKind::none;
+    return kindOfKid(DictionaryReader(kid));
+}
+
+KidKind kindOfKid(DictionaryReader entries) {
+    bool hasType = false;
+    bool hasStructureType = false;
+    bool hasIdentifier = false;
+    while (const auto entry = entries.next()) {
+        if (entry->key.isName("Type") && !std::exchange(hasType, true)) {
+            if (entry->value.isName("StructElem")) return KidKind::element;
+            if (entry->value.isName("MCR")) return KidKind::markedContent;
+            if (entry->value.isName("OBJR")) return KidKind::object;
+        }
+        hasStructureType = hasStructureType || (entry->key.isName("S") && !entry->value.isNull());
+        hasIdentifier = hasIdentifier || (entry->key.isName("MCID") && !entry->value.isNull());
+    }
+    if (hasStructureType) return KidKind::element;
+    return hasIdentifier ? KidKind::markedContent : KidKind::none;
 }
 
 /// Actions have an /S, too, and annotations a /P.
@@ -37,9 +49,9 @@ void ContentItems::noteInsertion() {
 std::optional<std::uint32_t> ContentItems::copyOfPage(Value page) const {
     const auto reference = page.reference();
     if (!reference) return std::nullopt;
-    const auto copy = pages_.ofObject(reference->number);
-    if (!copy || !inserted_[*copy - pages_.ofIndex(0)]) return std::nullopt;
-    return copy;
+    const auto index = pages_.indexOf(reference->number);
+    if (!index || !inserted_[*index]) return std::nullopt;
+    return pages_.ofIndex(*index);
 }
 
 ContentItems::Page ContentItems::pageOf(Value page, Page otherwise) const {

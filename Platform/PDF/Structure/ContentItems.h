@@ -26,6 +26,8 @@ enum class KidKind : std::uint8_t {
 
 /// What `kid`, which is no reference, is, also where it lacks its /Type.
 [[nodiscard]] KidKind kindOfKid(Value kid);
+/// The same of a dictionary with these entries.
+[[nodiscard]] KidKind kindOfKid(DictionaryReader entries);
 
 /// Whether what `value` says makes it a structure element wherever it is met.
 [[nodiscard]] bool isStructureElement(Value value);

@@ -66,7 +66,7 @@ void ElementRewriter::rewrite(Value value, MappedText& text, ByteBuffer& out) {
     element.place.object = current.source;
     element.text = value.text();
     element.verdict = verdictOf(element.place);
-    const KidKind kind = kindOfKid(value);
+    const KidKind kind = value.isDictionary() ? kindOfKid(text.entriesOf(value)) : kindOfKid(value);
     if (kind == KidKind::element) {
         write(value, element, text, out);
     } else if (value.isArray()) {
@@ -85,7 +85,7 @@ void ElementRewriter::write(Value value, Element element, MappedText& text, Byte
     constexpr std::size_t kBracket = 2;
     Value page;
     bool hasLanguage = false;
-    DictionaryReader reader(value);
+    DictionaryReader reader = text.entriesOf(value);
     while (const auto entry = reader.next()) {
         if (entry->key.isName("Pg")) page = entry->value;
         if (entry->key.isName("NS")) element.hasNamespace = !entry->value.isNull();
