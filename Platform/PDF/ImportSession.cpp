@@ -12,26 +12,13 @@
 #include "Platform/PDF/Structure/StructureImport.h"
 
 namespace quirebind {
-namespace {
-
-/// Reserves numbers that follow one another; gives the first.
-std::uint32_t reserve(DocumentWriter& writer, std::size_t count) {
-    std::uint32_t first = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::uint32_t number = writer.reserve();
-        if (i == 0) first = number;
-    }
-    return first;
-}
-
-}  // namespace
 
 ImportSession::ImportSession(SourceDocument& source, OutputParts& output)
     : serial_(source.serial()),
+      tree_(source.pageTree()),
       copier_(source.reader(), output.writer, output.sharedStreams, output.structureKeys),
       pages_(source.pageTree(), copier_),
-      copies_(copier_.map(), reserve(output.writer, source.pageTree().pages().size()),
-              source.pageTree().pages().size()),
+      copies_(copier_.map(), source.pageTree().pages().size()),
       names_(source.reader(), source.catalog()),
       destinations_(source.reader(), names_, copies_),
       annotations_(copier_, destinations_, copies_),
@@ -56,7 +43,7 @@ ImportSession::ImportSession(SourceDocument& source, OutputParts& output)
         const std::uint32_t object = pages[i].object;
         // Nothing can refer to a page that is no object. One that the tree lists twice is two
         // pages; references lead to the first.
-        if (object != 0 && !map.isAssigned(object)) map.assign(object, copies_.ofIndex(i));
+        if (object != 0 && !map.isAssigned(object)) map.assignPage(object, i);
     }
 
     const Value catalog = source.catalog();
@@ -90,12 +77,27 @@ void ImportSession::addStructure(Value catalog, OutputParts& output) {
 }
 
 std::uint32_t ImportSession::insertPage(std::size_t index, std::uint32_t parent) {
+    numberPackedPages(index);
     const std::uint32_t number = copies_.ofIndex(index);
     inserted_[index] = true;
     pages_.write(index, number, parent);
     copier_.copyPending(ObjectCopier::Damage::refused);
     if (--toInsert_ == 0) end();
     return number;
+}
+
+/// In a classic file the short numbers are best left to what many pages refer to. Packed references
+/// take hardly any room, but a cross-reference stream takes less where objects of one kind follow
+/// one another.
+void ImportSession::numberPackedPages(std::size_t first) {
+    const auto isPacked = [&](const PageTree::Page& page) {
+        const ObjectTable& table = copier_.reader().table();
+        return table.find(page.object).kind == ObjectLocation::Kind::inStream;
+    };
+    const std::vector<PageTree::Page>& pages = tree_.pages();
+    if (copies_.isNumbered(first)) return;
+    for (std::size_t i = first; i < pages.size() && isPacked(pages[i]); ++i)
+        (void)copies_.ofIndex(i);
 }
 
 void ImportSession::end() {

@@ -25,11 +25,11 @@
 
 namespace quirebind {
 
-/// The import of one source's pages into one output, each at most once. Numbers for the copies of
-/// all pages are reserved before anything is copied, so that every reference to a page of the
-/// source finds that page's copy, also when it is copied later; and when it never is, the reference
-/// means null. Nodes of the page tree and what else stands for the source as a whole become null,
-/// so that no page brings the document along.
+/// The import of one source's pages into one output, each at most once. All pages are known before
+/// anything is copied, so that every reference to a page of the source finds the number of that
+/// page's copy, also when it is copied later; and when it never is, the reference means null. Nodes
+/// of the page tree and what else stands for the source as a whole become null, so that no page
+/// brings the document along.
 ///
 /// When the last page is inserted, the source closes or the output is completed, what the pages
 /// share is added to the output and the session ends.
@@ -41,6 +41,7 @@ class ImportSession : public SourceObserver {
     [[nodiscard]] std::uint64_t serial() const { return serial_; }
     [[nodiscard]] bool isOpen() const { return open_; }
     [[nodiscard]] bool hasInserted(std::size_t index) const { return inserted_[index]; }
+    [[nodiscard]] bool hasInsertedAny() const { return toInsert_ != inserted_.size(); }
 
     /// Copies page `index` and everything it needs, below the page-tree node `parent`; gives the
     /// number of the new page. Throws DamagedDocument where the source is damaged.
@@ -53,9 +54,11 @@ class ImportSession : public SourceObserver {
     void sourceWillClose() noexcept override;
 
  private:
+    void numberPackedPages(std::size_t first);
     void addStructure(Value catalog, OutputParts& output);
 
     std::uint64_t serial_;
+    const PageTree& tree_;
     bool open_ = true;
     std::exception_ptr failure_;
     ObjectCopier copier_;

@@ -12,9 +12,12 @@ namespace quirebind {
 void OutputDocument::insertPage(const std::shared_ptr<SourceDocument>& source, std::size_t page,
                                 std::size_t index) {
     ImportSession& session = sessionFor(*source, page);
+    const bool isNew = !session.hasInsertedAny();
     version_ = std::max(version_, source->version());
     const std::uint32_t leaf = pageTree_.leafFor(index);
     pageTree_.insert(session.insertPage(page, leaf), index);
+    // Now: what is on the first page is nearly always on the others, too, and comes before them.
+    if (isNew) pageTree_.expect(source->pageTree().pages().size() - 1);
 }
 
 ImportSession& OutputDocument::sessionFor(SourceDocument& source, std::size_t page) {

@@ -10,14 +10,27 @@
 namespace quirebind {
 namespace {
 
-constexpr std::size_t kFanOut = 64;
+constexpr std::size_t kFanOut = 100;
 
 }  // namespace
+
+void PageTreeWriter::expect(std::size_t pages) {
+    const std::size_t kids = leaves_.empty() ? kFanOut : leaves_.back().kids.size();
+    const std::size_t room = (kids < kFanOut ? kFanOut - kids : 0) + kFanOut * reserved_.size();
+    for (std::size_t at = room; at < pages; at += kFanOut) reserved_.push_back(writer_.reserve());
+}
+
+std::uint32_t PageTreeWriter::nextNumber() {
+    if (reserved_.empty()) return writer_.reserve();
+    const std::uint32_t number = reserved_.front();
+    reserved_.pop_front();
+    return number;
+}
 
 PageTreeWriter::Node& PageTreeWriter::locate(std::size_t& index) {
     if (index == pageCount_) {
         if (leaves_.empty() || leaves_.back().kids.size() >= kFanOut)
-            leaves_.push_back({writer_.reserve(), 0, {}});
+            leaves_.push_back({nextNumber(), 0, {}});
         index = leaves_.back().kids.size();
         return leaves_.back();
     }
@@ -39,13 +52,13 @@ void PageTreeWriter::insert(std::uint32_t page, std::size_t index) {
 }
 
 std::uint32_t PageTreeWriter::finish() {
-    if (leaves_.empty()) leaves_.push_back({writer_.reserve(), 0, {}});
+    if (leaves_.empty()) leaves_.push_back({nextNumber(), 0, {}});
     std::vector<Node> level = std::move(leaves_);
     while (level.size() > 1) {
         std::vector<Node> above;
         for (const Node& node : level) {
             if (above.empty() || above.back().kids.size() == kFanOut)
-                above.push_back({writer_.reserve(), 0, {}});
+                above.push_back({nextNumber(), 0, {}});
             above.back().kids.push_back(node.number);
             above.back().pages += node.pages;
             write(node, above.back().number);

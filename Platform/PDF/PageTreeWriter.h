@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <vector>
 
 #include "Platform/PDF/DocumentWriter.h"
@@ -19,6 +20,10 @@ class PageTreeWriter {
     explicit PageTreeWriter(DocumentWriter& writer) : writer_(writer) {}
 
     [[nodiscard]] std::size_t pageCount() const { return pageCount_; }
+
+    /// So many further pages are to be appended: reserves the numbers of the leaves for them, so
+    /// that the pages, each of which names its leaf, have short ones to write.
+    void expect(std::size_t pages);
 
     /// The number of the leaf below which a page inserted at `index` (at most pageCount) will be.
     [[nodiscard]] std::uint32_t leafFor(std::size_t index);
@@ -37,10 +42,12 @@ class PageTreeWriter {
 
     /// The leaf that holds, or is to hold, page `index`, which becomes the index in that leaf.
     [[nodiscard]] Node& locate(std::size_t& index);
+    [[nodiscard]] std::uint32_t nextNumber();
     void write(const Node& node, std::uint32_t parent);
 
     DocumentWriter& writer_;
     std::vector<Node> leaves_;
+    std::deque<std::uint32_t> reserved_;  // not used yet
     std::size_t pageCount_ = 0;
 };
 

@@ -9,7 +9,15 @@ std::optional<std::uint32_t> ReferenceMap::map(Reference reference, Role role) {
     if (!exists(reference)) return std::nullopt;
     const std::uint32_t output = outputs_.at(reference.number);
     if (output == kNull) return std::nullopt;
+    if (isPage(output)) return pageNumber(output & ~kPage);
     return output != 0 ? output : assignFirst(reference.number, roleOf(reference.number, role));
+}
+
+std::uint32_t ReferenceMap::pageNumber(std::size_t index) {
+    if (index >= pages_.size()) pages_.resize(index + 1);
+    std::uint32_t& number = pages_[index];
+    if (number == 0) number = writer_.reserve();
+    return number;
 }
 
 Role ReferenceMap::roleOf(std::uint32_t source, Role role) const {
@@ -37,7 +45,7 @@ std::uint32_t ReferenceMap::assignFirst(std::uint32_t source, Role role) {
 std::optional<std::uint32_t> ReferenceMap::mapElement(Reference reference) {
     if (!exists(reference)) return std::nullopt;
     std::uint32_t& output = outputs_.at(reference.number);
-    if (output == kNull) return std::nullopt;
+    if (output == kNull || isPage(output)) return std::nullopt;
     if (output == 0) output = writer_.reserve();
     const std::uint32_t number = output;
     queueElement(reference.number);

@@ -49,6 +49,24 @@ class ReferenceMap {
     /// Lets references to `source` become references to `output`; it is not queued.
     void assign(std::uint32_t source, std::uint32_t output) { outputs_.at(source) = output; }
 
+    /// Lets references to `source` become references to the copy of page `index`.
+    void assignPage(std::uint32_t source, std::size_t index) {
+        outputs_.at(source) = kPage | static_cast<std::uint32_t>(index);
+    }
+    /// Which page `source` is, where it is one.
+    [[nodiscard]] std::optional<std::size_t> pageIndex(std::uint32_t source) const {
+        const std::uint32_t output = outputs_.get(source);
+        if (!isPage(output)) return std::nullopt;
+        return output & ~kPage;
+    }
+    /// The number of the copy of page `index`, reserved when it is first asked for: pages that are
+    /// numbered one after another leave the short numbers to what all of them refer to.
+    [[nodiscard]] std::uint32_t pageNumber(std::size_t index);
+
+    [[nodiscard]] bool isPageNumbered(std::size_t index) const {
+        return index < pages_.size() && pages_[index] != 0;
+    }
+
     /// Lets references to `source` become null.
     void assignNull(std::uint32_t source) { outputs_.at(source) = kNull; }
 
@@ -58,7 +76,10 @@ class ReferenceMap {
     [[nodiscard]] std::optional<std::uint32_t> find(std::uint32_t source) const {
         const std::uint32_t output = outputs_.get(source);
         if (output == 0 || output == kNull) return std::nullopt;
-        return output;
+        if (!isPage(output)) return output;
+        const std::uint32_t index = output & ~kPage;
+        if (!isPageNumbered(index)) return std::nullopt;
+        return pages_[index];
     }
 
     /// Lets `source` have `role` however it is reached: for what a list in the document says it is.
@@ -92,7 +113,13 @@ class ReferenceMap {
     [[nodiscard]] std::optional<Pending> next();
 
  private:
+    // No object number is as large as these.
     static constexpr std::uint32_t kNull = 0xffffffff;
+    static constexpr std::uint32_t kPage = 0x80000000;  // and the page's index
+
+    [[nodiscard]] static bool isPage(std::uint32_t output) {
+        return (output & kPage) != 0 && output != kNull;
+    }
 
     [[nodiscard]] bool exists(Reference reference) {
         return !(bypassesLost_ && reader_.isLost(reference)) && reader_.exists(reference);
@@ -104,6 +131,7 @@ class ReferenceMap {
     ObjectReader& reader_;
     DocumentWriter& writer_;
     SparseArray<std::uint32_t> outputs_;  // 0: none yet
+    std::vector<std::uint32_t> pages_;    // numbers of their copies, by index; 0: none yet
     std::map<std::uint32_t, Role> known_;
     std::vector<Pending> queue_;
     std::size_t head_ = 0;

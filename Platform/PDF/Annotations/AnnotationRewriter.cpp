@@ -49,7 +49,7 @@ void AnnotationRewriter::rewriteEntry(const DictionaryEntry& entry, EntryRewrite
     } else if (key.isName("P")) {
         // Files have annotations of pages that they no longer have.
         const auto page = entry.value.reference();
-        if (page && !pages_.ofObject(page->number)) entries.drop();
+        if (page && !pages_.indexOf(page->number)) entries.drop();
     } else if (key.isName("Kids")) {
         copyKids(entry.value, entries, text, out);
     } else if (key.isName("Parent") || key.isName("Popup") || key.isName("IRT")) {

@@ -151,7 +151,7 @@ void FormImport::addCalculationOrder(FormFields& fields) {
     ArrayReader elements(copier_.reader().resolve(entry("CO")));
     while (const auto element = elements.next()) {
         const auto reference = element->reference();
-        if (!reference || pages_.ofObject(reference->number)) continue;
+        if (!reference || pages_.indexOf(reference->number)) continue;
         if (const auto copy = copier_.map().find(reference->number))
             fields.calculated.push_back(*copy);
     }

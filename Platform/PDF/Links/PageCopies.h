@@ -11,30 +11,34 @@
 
 namespace quirebind {
 
-/// The numbers of the copies of all pages of one source, which are reserved in one go. One whose
-/// page is never inserted stays a free object: references to it mean null.
+/// The numbers of the copies of one source's pages. Each is reserved when it is first asked for.
+/// One whose page is never inserted stays a free object: references to it mean null.
 class PageCopies {
  public:
-    PageCopies(const ReferenceMap& map, std::uint32_t first, std::size_t count)
-        : map_(map), first_(first), count_(count) {}
+    PageCopies(ReferenceMap& map, std::size_t count) : map_(map), count_(count) {}
 
     [[nodiscard]] std::size_t count() const { return count_; }
 
     /// The copy of page `index`, counting from 0.
-    [[nodiscard]] std::uint32_t ofIndex(std::size_t index) const {
-        return first_ + static_cast<std::uint32_t>(index);
+    [[nodiscard]] std::uint32_t ofIndex(std::size_t index) const { return map_.pageNumber(index); }
+
+    /// Whether the copy of page `index` has a number yet.
+    [[nodiscard]] bool isNumbered(std::size_t index) const { return map_.isPageNumbered(index); }
+
+    /// The index of the page that is object `source`; nothing where that is no page of the tree.
+    [[nodiscard]] std::optional<std::size_t> indexOf(std::uint32_t source) const {
+        return map_.pageIndex(source);
     }
 
     /// The copy of the page that is object `source`; nothing where that is no page of the tree.
     [[nodiscard]] std::optional<std::uint32_t> ofObject(std::uint32_t source) const {
-        const auto output = map_.find(source);
-        if (!output || *output < first_ || *output - first_ >= count_) return std::nullopt;
-        return output;
+        const auto index = indexOf(source);
+        if (!index) return std::nullopt;
+        return ofIndex(*index);
     }
 
  private:
-    const ReferenceMap& map_;
-    std::uint32_t first_;
+    ReferenceMap& map_;
     std::size_t count_;
 };
 
