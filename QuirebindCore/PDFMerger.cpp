@@ -6,20 +6,22 @@
 #include <new>
 
 #include "Platform/Files/AtomicWrite.h"
+#include "Platform/Files/SymlinkResolver.h"
 #include "QuirebindCore/MergeOn.h"
 
 namespace quirebind::PDFMerger {
 namespace {
 
 /// Two spellings of one location have this in common, as far as links and dots make the difference.
-URL normalized(FileSystem& files, const URL& url) {
-    return url.resolvingSymlinksInPath(files).standardizedFileURL();
+URL normalized(SymlinkResolver& resolver, const URL& url) {
+    return url.resolvingSymlinksInPath(resolver).standardizedFileURL();
 }
 
 void refuseToOverwrite(FileSystem& files, std::span<const URL> sources, const URL& destination) {
-    const URL target = normalized(files, destination);
+    SymlinkResolver resolver(files);
+    const URL target = normalized(resolver, destination);
     for (const URL& source : sources)
-        if (normalized(files, source) == target) throw Failure::sourceOverwrite();
+        if (normalized(resolver, source) == target) throw Failure::sourceOverwrite();
 }
 
 void appendSource(PDFDocument& output, FileSystem& files, const URL& url) {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "Platform/Files/FileSystem.h"
-#include "Platform/Files/SymlinkResolution.h"
+#include "Platform/Files/SymlinkResolver.h"
 
 namespace quirebind {
 
@@ -145,7 +145,12 @@ URL URL::resolvingSymlinksInPath() const {
 }
 
 URL URL::resolvingSymlinksInPath(FileSystem& files) const {
-    return isFile_ ? file(resolvingSymlinks(text_, files)) : *this;
+    SymlinkResolver resolver(files);
+    return resolvingSymlinksInPath(resolver);
+}
+
+URL URL::resolvingSymlinksInPath(SymlinkResolver& resolver) const {
+    return isFile_ ? file(resolver.resolve(text_)) : *this;
 }
 
 URL URL::standardizedFileURL() const {

@@ -9,6 +9,7 @@
 namespace quirebind {
 
 class FileSystem;
+class SymlinkResolver;
 
 /// The location of a document: a file's path, or another URL (a web link, say).
 ///
@@ -45,8 +46,10 @@ class URL {
     /// to be written remains usable. Other URLs are returned unchanged.
     [[nodiscard]] URL resolvingSymlinksInPath() const;
 
-    /// The same, asking `files`. The working folder is still the process's own.
+    /// The same, asking `files`, or a resolver that is used for several paths. The working folder
+    /// is still the process's own.
     [[nodiscard]] URL resolvingSymlinksInPath(FileSystem& files) const;
+    [[nodiscard]] URL resolvingSymlinksInPath(SymlinkResolver& resolver) const;
 
     /// The path without ".", ".." and empty components, in letters only: the file system is not
     /// asked. A relative path stays relative and keeps the ".." that it begins with; "." is what is

@@ -6,11 +6,14 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "Platform/Files/SymlinkResolver.h"
 #include "Platform/Files/URL.h"
 #include "Tests/Support/ChildProcess.h"
 #include "Tests/Support/FaultyFileSystem.h"
@@ -216,6 +219,29 @@ TEST_F(Symlinks, areFollowedInSpiteOfSignals) {
     files.interruptEveryCall();
     EXPECT_EQ(URL::file(folder_ / "link/x").resolvingSymlinksInPath(files).path(),
               folder_ / "real/x");
+}
+
+TEST_F(Symlinks, areFollowedForPathsOneAfterAnother) {
+    makeFolder("real");
+    makeFolder("other");
+    link("real", "link");
+    link("other/y", "real/x");
+    SymlinkResolver resolver(FileSystem::native());
+    const std::vector<std::pair<std::string, std::string>> paths{
+        {"link/a", "real/a"},       {"link/b", "real/b"},
+        {"link/x", "real/other/y"}, {"link/..", ""},
+        {"other/a", "other/a"},     {"link/a", "real/a"},
+        {"lost/../a", "lost/../a"}, {"lost/../b", "lost/../b"},
+        {"link/", "real"},          {"link/.", "real"},
+        {"link//a", "real/a"},
+    };
+    for (const auto& [path, expected] : paths) {
+        const URL url = URL::file(folder_ / path);
+        EXPECT_EQ(url.resolvingSymlinksInPath(resolver), url.resolvingSymlinksInPath()) << path;
+        EXPECT_EQ(url.resolvingSymlinksInPath(resolver).path(),
+                  expected.empty() ? folder_.path() : folder_ / expected)
+            << path;
+    }
 }
 
 TEST_F(Symlinks, doNotMatterToAPathOfAnyLength) {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/Files/SymlinkResolution.h"
+#include "Platform/Files/SymlinkResolver.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -15,7 +15,6 @@
 #include "Platform/Files/SystemCall.h"
 
 namespace quirebind {
-
 namespace {
 
 /// As many as Linux follows in one path.
@@ -24,20 +23,33 @@ constexpr int kMostLinksFollowed = 40;
 /// Longer than any file system's links; a larger one is not followed.
 constexpr std::size_t kLongestTarget = std::size_t{1} << 16U;
 
-/// Walks along an absolute path.
-class SymlinkWalk {
- public:
-    SymlinkWalk(FileSystem& files, std::string path) : files_(&files), rest_(std::move(path)) {}
+}  // namespace
 
-    std::string result() {
+/// Walks along an absolute path.
+class SymlinkResolver::Walk {
+ public:
+    Walk(FileSystem& files, std::string path) : files_(&files), rest_(std::move(path)) {}
+
+    /// Whether it comes to the end of the path.
+    bool walk() {
         for (;;) {
             begin_ = std::min(rest_.find_first_not_of('/', begin_), rest_.size());
-            if (begin_ == rest_.size()) return prefix_.empty() ? "/" : prefix_;
+            if (begin_ == rest_.size()) return true;
             const std::size_t end = std::min(rest_.find('/', begin_), rest_.size());
-            if (!passes(rest_.substr(begin_, end - begin_))) {
-                return prefix_ + '/' + rest_.substr(begin_);
-            }
+            if (!passes(rest_.substr(begin_, end - begin_))) return false;
         }
+    }
+
+    /// Where it has come to, with what is left of the path.
+    [[nodiscard]] std::string result() const {
+        if (begin_ != rest_.size()) return prefix_ + '/' + rest_.substr(begin_);
+        return prefix_.empty() ? "/" : prefix_;
+    }
+
+    /// Goes on with another path from where it has come to.
+    void goOn(std::string path) {
+        rest_ = std::move(path);
+        begin_ = 0;
     }
 
  private:
@@ -98,15 +110,29 @@ class SymlinkWalk {
     int linksFollowed_ = 0;
 };
 
-}  // namespace
+SymlinkResolver::SymlinkResolver(FileSystem& files) : files_(files) {}
+SymlinkResolver::~SymlinkResolver() = default;
 
-std::string resolvingSymlinks(const std::string& path, FileSystem& files) {
+std::string SymlinkResolver::resolve(const std::string& path) {
     if (path.empty()) return path;
-    if (path.front() == '/') return SymlinkWalk(files, path).result();
-    std::error_code error;
-    const std::string folder = std::filesystem::current_path(error).string();
-    if (error) return path;
-    return SymlinkWalk(files, folder + '/' + path).result();
+    std::string absolute = path;
+    if (path.front() != '/') {
+        std::error_code error;
+        const std::string folder = std::filesystem::current_path(error).string();
+        if (error) return path;
+        absolute = folder + '/' + path;
+    }
+    const std::size_t name = absolute.rfind('/') + 1;
+    if (folder_ != std::string_view(absolute).substr(0, name)) {
+        folder_ = absolute.substr(0, name);
+        auto walk = std::make_unique<Walk>(files_, folder_);
+        const bool arrives = walk->walk();
+        inside_ = arrives ? std::move(walk) : nullptr;
+    }
+    Walk walk = inside_ ? *inside_ : Walk(files_, absolute);
+    if (inside_) walk.goOn(absolute.substr(name));
+    (void)walk.walk();
+    return walk.result();
 }
 
 }  // namespace quirebind
