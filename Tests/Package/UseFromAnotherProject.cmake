@@ -1,28 +1,56 @@
 # SPDX-FileCopyrightText: 2026 The Quirebind authors
 # SPDX-License-Identifier: MIT
 
-# Builds the project in consumer/ against this one, in the given way, and joins two samples with it.
+# Builds the example against this project, in the given way, and joins two samples with it. What is
+# installed is moved before it is used, since a package may be unpacked anywhere.
 
 function(step)
   execute_process(COMMAND ${ARGN} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
+function(output_of result)
+  execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE text COMMAND_ERROR_IS_FATAL ANY)
+  set(${result} "${text}" PARENT_SCOPE)
+endfunction()
+
 file(REMOVE_RECURSE ${work})
 file(MAKE_DIRECTORY ${work})
+set(example ${source}/Documentation/Examples)
 set(options -G ${generator} -D CMAKE_CXX_COMPILER=${compiler} -D CMAKE_BUILD_TYPE=Release)
-if(way STREQUAL "find_package")
-  step(${CMAKE_COMMAND} --install ${build} --prefix ${work}/installed --component Development)
-  list(APPEND options -D CMAKE_PREFIX_PATH=${work}/installed)
-else()
+if(way STREQUAL "add_subdirectory")
+  set(example ${CMAKE_CURRENT_LIST_DIR}/consumer)
   list(APPEND options -D QUIREBIND_SOURCE=${source})
+else()
+  step(${CMAKE_COMMAND} --install ${build} --prefix ${work}/installed --component Development)
+  file(RENAME ${work}/installed ${work}/moved)
+  list(APPEND options -D CMAKE_PREFIX_PATH=${work}/moved)
 endif()
-step(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/consumer -B ${work}/build ${options})
+step(${CMAKE_COMMAND} -S ${example} -B ${work}/build ${options})
 step(${CMAKE_COMMAND} --build ${work}/build)
-step(${work}/build/join ${work}/joined.pdf ${source}/Samples/1\ Welcome.pdf
-     ${source}/Samples/2\ Letter.pdf)
 
-execute_process(COMMAND qpdf --show-npages ${work}/joined.pdf OUTPUT_VARIABLE pages
-                OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
-if(NOT pages EQUAL 3)
+# Every page, in its order, is what other readers have to find.
+set(sources ${source}/Samples/2\ Letter.pdf ${source}/Samples/1\ Welcome.pdf)
+step(${work}/build/join ${work}/joined.pdf ${sources})
+output_of(pages qpdf --show-npages ${work}/joined.pdf)
+if(NOT pages STREQUAL "3\n")
   message(FATAL_ERROR "expected 3 pages, qpdf sees ${pages}")
+endif()
+set(expected)
+foreach(document ${sources})
+  output_of(text pdftotext ${document} -)
+  string(APPEND expected "${text}")
+endforeach()
+output_of(text pdftotext ${work}/joined.pdf -)
+if(NOT text STREQUAL expected)
+  message(FATAL_ERROR "expected the pages\n${expected}\nand found\n${text}")
+endif()
+
+# What is refused says why, and writes nothing.
+execute_process(COMMAND ${work}/build/join ${work}/refused.pdf ${work}/missing.pdf
+                RESULT_VARIABLE status ERROR_VARIABLE reason)
+if(NOT status EQUAL 1 OR NOT reason STREQUAL "Could not read every page of missing.pdf.\n")
+  message(FATAL_ERROR "status ${status}: ${reason}")
+endif()
+if(EXISTS ${work}/refused.pdf)
+  message(FATAL_ERROR "a refused merge has written a file")
 endif()
