@@ -23,3 +23,14 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/QuirebindConfigVersion.cm
 install(FILES ${PROJECT_BINARY_DIR}/QuirebindConfig.cmake
               ${PROJECT_BINARY_DIR}/QuirebindConfigVersion.cmake
         DESTINATION ${package_folder} COMPONENT Development)
+
+# The same for those who build without CMake.
+cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX BASE_DIRECTORY ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig
+           OUTPUT_VARIABLE pkg_config_prefix)
+set(pkg_config_includedir "\${prefix}")
+cmake_path(APPEND pkg_config_includedir ${CMAKE_INSTALL_INCLUDEDIR})
+set(pkg_config_libdir "\${prefix}")
+cmake_path(APPEND pkg_config_libdir ${CMAKE_INSTALL_LIBDIR})
+configure_file(CMake/quirebind.pc.in ${PROJECT_BINARY_DIR}/quirebind.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/quirebind.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
+        COMPONENT Development)
