@@ -11,7 +11,8 @@ import tempfile
 import unittest
 from pathlib import Path
 
-from packaging import APP_ID, BUILD, CMAKE, FILES, MANUAL_PAGE, SOURCE, files_below, run
+from packaging import (APP_ID, BUILD, CMAKE, FILES, MANUAL_PAGE, SOURCE, VERSION, files_below,
+                       run)
 
 sys.path.insert(0, str(SOURCE / "Tests" / "Quirebind" / "Window"))
 
@@ -71,6 +72,7 @@ class DebianPackage(WindowTestCase):
 
     def test_says_what_it_is(self) -> None:
         self.assertEqual(self.field("Package"), "quirebind")
+        self.assertRegex(self.field("Version"), rf"^{re.escape(VERSION)}-\d+$")
         self.assertRegex(self.field("Description"), "^join PDF documents into one\n")
 
     def test_asks_for_every_library(self) -> None:

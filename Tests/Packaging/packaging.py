@@ -12,6 +12,8 @@ SOURCE = Path(__file__).resolve().parent.parent.parent
 BUILD = Path(os.environ["QUIREBIND_BUILD"])
 CMAKE = os.environ["QUIREBIND_CMAKE"]
 APP_ID = os.environ["QUIREBIND_APP_ID"]
+VERSION = os.environ["QUIREBIND_VERSION"]
+RELEASE_DATE = os.environ["QUIREBIND_RELEASE_DATE"]
 
 ICON_SIZES = (16, 22, 24, 32, 48, 64, 128, 256, 512)
 _THEME = "share/icons/hicolor"
