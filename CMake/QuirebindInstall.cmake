@@ -7,8 +7,7 @@
 include(CMakePackageConfigHelpers)
 
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/Quirebind)
-foreach(header QuirebindCore/PDFMerger.h Platform/PDF/PDFDocument.h Platform/PDF/PageLink.h
-               Platform/PDF/PageSize.h Platform/Files/URL.h Platform/Files/ByteBuffer.h)
+foreach(header ${QUIREBIND_HEADERS})
   get_filename_component(folder ${header} DIRECTORY)
   install(FILES ${PROJECT_SOURCE_DIR}/${header}
           DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quirebind/${folder} COMPONENT Development)
@@ -18,6 +17,7 @@ install(EXPORT QuirebindTargets NAMESPACE Quirebind:: DESTINATION ${package_fold
 configure_package_config_file(CMake/QuirebindConfig.cmake.in
                               ${PROJECT_BINARY_DIR}/QuirebindConfig.cmake
                               INSTALL_DESTINATION ${package_folder})
+# Until 1.0.0 a minor version may break the interface (Documentation/API.md).
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/QuirebindConfigVersion.cmake
                                  COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/QuirebindConfig.cmake

@@ -21,6 +21,7 @@ namespace quirebind::PDFMerger {
 /// Why the engine refuses. A plain value.
 class Failure : public std::exception {
  public:
+    /// What a caller may tell apart.
     enum class Kind : std::uint8_t {
         invalid,          ///< A source cannot be read as a PDF, or not all of it can.
         locked,           ///< A source needs a password.
@@ -28,14 +29,18 @@ class Failure : public std::exception {
         sourceOverwrite,  ///< The destination is one of the sources.
     };
 
-    /// `name` is the file name of the source, the last component of its path.
+    /// A failure of each kind. `name` is the file name of the source, the last component of its
+    /// path.
+    /// @{
     [[nodiscard]] static Failure invalid(std::string name);
     [[nodiscard]] static Failure locked(std::string name);
     [[nodiscard]] static Failure empty();
     [[nodiscard]] static Failure sourceOverwrite();
+    /// @}
 
+    /// Which of the kinds it is.
     [[nodiscard]] Kind kind() const { return kind_; }
-    /// Empty for the kinds that are about no particular source.
+    /// The file name of the source; empty for the kinds that are about no particular one.
     [[nodiscard]] const std::string& name() const { return name_; }
 
     /// The sentence for the user, in English. It contains the name byte for byte.

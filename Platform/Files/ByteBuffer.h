@@ -21,12 +21,17 @@ class ByteBuffer {
     ByteBuffer() = default;
     ByteBuffer(const ByteBuffer&) = delete;
     ByteBuffer& operator=(const ByteBuffer&) = delete;
+    /// The bytes change hands; `other` is empty then.
     ByteBuffer(ByteBuffer&& other) noexcept;
+    /// Likewise; what was here before is given back.
     ByteBuffer& operator=(ByteBuffer&& other) noexcept;
     ~ByteBuffer() = default;
 
+    /// How many bytes there are.
     [[nodiscard]] std::size_t size() const { return size_; }
+    /// The bytes as text; valid until anything is added, taken back, or moved elsewhere.
     [[nodiscard]] std::string_view text() const { return {bytes_.get(), size_}; }
+    /// The same as bytes, for as long.
     [[nodiscard]] std::span<const std::byte> bytes() const {
         return std::as_bytes(std::span(bytes_.get(), size_));
     }
@@ -35,6 +40,7 @@ class ByteBuffer {
     /// anything else happens to this.
     [[nodiscard]] std::span<char> extend(std::size_t count);
 
+    /// Appends a copy of `text`, which must not be a part of this.
     void append(std::string_view text) {
         if (text.empty()) return;
         if (text.size() > capacity_ - size_) grow(text.size());

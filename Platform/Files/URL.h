@@ -27,6 +27,7 @@ class URL {
     /// only begins like a percent escape stands for itself.
     [[nodiscard]] static URL parse(std::string_view text);
 
+    /// Whether it is a file's path, and no other URL.
     [[nodiscard]] bool isFileURL() const { return isFile_; }
 
     /// The path of a file URL, as given; empty for any other URL.
@@ -46,9 +47,9 @@ class URL {
     /// to be written remains usable. Other URLs are returned unchanged.
     [[nodiscard]] URL resolvingSymlinksInPath() const;
 
-    /// The same, asking `files`, or a resolver that is used for several paths. The working folder
-    /// is still the process's own.
+    /// The same, asking `files`. The working folder is still the process's own.
     [[nodiscard]] URL resolvingSymlinksInPath(FileSystem& files) const;
+    /// The same, with a resolver that is used for several paths.
     [[nodiscard]] URL resolvingSymlinksInPath(SymlinkResolver& resolver) const;
 
     /// The path without ".", ".." and empty components, in letters only: the file system is not
@@ -56,6 +57,7 @@ class URL {
     /// left of one that leads nowhere. Other URLs are returned unchanged.
     [[nodiscard]] URL standardizedFileURL() const;
 
+    /// The same kind and the same bytes; the file system is not asked.
     friend bool operator==(const URL&, const URL&) = default;
 
  private:

@@ -42,7 +42,9 @@ class PDFDocument {
  public:
     /// An empty document, to insert pages into.
     PDFDocument();
+    /// Takes the document over. `other` may then only be destroyed or assigned to.
     PDFDocument(PDFDocument&& other) noexcept;
+    /// Likewise; the document that was here before is closed.
     PDFDocument& operator=(PDFDocument&& other) noexcept;
     PDFDocument(const PDFDocument&) = delete;
     PDFDocument& operator=(const PDFDocument&) = delete;
@@ -50,6 +52,7 @@ class PDFDocument {
 
     /// Opens the document at `url`; nothing when there is no file that can be read as a PDF.
     [[nodiscard]] static std::optional<PDFDocument> open(const URL& url);
+    /// The same, on a given file system, which must outlive the document.
     [[nodiscard]] static std::optional<PDFDocument> open(const URL& url, FileSystem& files);
 
     /// Where an opened document comes from.
@@ -59,6 +62,8 @@ class PDFDocument {
     /// (ISO 32000-2, 7.6). Nothing else can be learnt of it then.
     [[nodiscard]] bool isLocked() const;
 
+    /// The pages of an opened document, or those that were inserted into a created one; none where
+    /// it is locked.
     [[nodiscard]] std::size_t pageCount() const;
 
     /// Page `index`, counting from 0, of an opened document; nothing beyond its pages.

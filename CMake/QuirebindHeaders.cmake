@@ -1,0 +1,11 @@
+# SPDX-FileCopyrightText: 2026 The Quirebind authors
+# SPDX-License-Identifier: MIT
+
+# What other programs may include: these are installed, and documented.
+set(QUIREBIND_HEADERS
+    QuirebindCore/PDFMerger.h
+    Platform/PDF/PDFDocument.h
+    Platform/PDF/PageLink.h
+    Platform/PDF/PageSize.h
+    Platform/Files/URL.h
+    Platform/Files/ByteBuffer.h)

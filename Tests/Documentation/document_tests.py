@@ -1,0 +1,46 @@
+# SPDX-FileCopyrightText: 2026 The Quirebind authors
+# SPDX-License-Identifier: MIT
+
+"""What the documents say of files in the tree is so."""
+
+import re
+import unittest
+from pathlib import Path
+
+SOURCE = Path(__file__).resolve().parents[2]
+DOCUMENTATION = SOURCE / "Documentation"
+DOCUMENTS = sorted([*SOURCE.glob("*.md"), *SOURCE.glob("[A-Z]*/*.md")])
+
+
+def headings(document: Path) -> set[str]:
+    """What the headings of a document are linked to by."""
+    return {re.sub(r"[^\w -]", "", heading).strip().lower().replace(" ", "-")
+            for heading in re.findall("(?m)^#+ (.*)$", document.read_text())}
+
+
+class Documents(unittest.TestCase):
+
+    def test_links_lead_somewhere(self) -> None:
+        links = 0
+        for document in DOCUMENTS:
+            for link in re.findall(r"\]\(([^)\s]+)\)", document.read_text()):
+                if re.match("https?:", link):
+                    continue
+                links += 1
+                path, _, heading = link.partition("#")
+                target = document.parent / path if path else document
+                with self.subTest(document.name, link=link):
+                    self.assertTrue(target.exists())
+                    if heading:
+                        self.assertIn(heading, headings(target))
+        self.assertGreater(links, 50)
+
+    def test_example_of_the_library_is_the_one_that_is_compiled(self) -> None:
+        shown = re.search("(?s)```cpp\n(.*?)```", (DOCUMENTATION / "API.md").read_text())
+        assert shown
+        program = (DOCUMENTATION / "Examples" / "join.cpp").read_text()
+        self.assertEqual(shown[1], re.sub("^(//.*\n)+\n", "", program))
+
+
+if __name__ == "__main__":
+    unittest.main()
