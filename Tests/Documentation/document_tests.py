@@ -35,6 +35,10 @@ class Documents(unittest.TestCase):
                         self.assertIn(heading, headings(target))
         self.assertGreater(links, 50)
 
+    def test_licence_is_the_same_for_people_and_for_tools(self) -> None:
+        self.assertEqual((SOURCE / "LICENSE").read_text(),
+                         (SOURCE / "LICENSES" / "MIT.txt").read_text())
+
     def test_example_of_the_library_is_the_one_that_is_compiled(self) -> None:
         shown = re.search("(?s)```cpp\n(.*?)```", (DOCUMENTATION / "API.md").read_text())
         assert shown
