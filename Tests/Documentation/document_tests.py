@@ -35,6 +35,15 @@ class Documents(unittest.TestCase):
                         self.assertIn(heading, headings(target))
         self.assertGreater(links, 50)
 
+    def test_every_package_that_is_installed_has_a_reason(self) -> None:
+        script = (SOURCE / "Tools" / "install-packages").read_text()
+        lists = re.findall(r'(?m)^[a-z]+="([^"$]*)"$', script)
+        self.assertEqual(len(lists), 4)
+        reasons = (DOCUMENTATION / "Dependencies.md").read_text()
+        for package in sorted(set(" ".join(lists).split())):
+            with self.subTest(package):
+                self.assertRegex(reasons, rf"(?<![\w.+-]){re.escape(package)}(?![\w+-])")
+
     def test_licence_is_the_same_for_people_and_for_tools(self) -> None:
         self.assertEqual((SOURCE / "LICENSE").read_text(),
                          (SOURCE / "LICENSES" / "MIT.txt").read_text())
