@@ -18,6 +18,12 @@ def headings(document: Path) -> set[str]:
             for heading in re.findall("(?m)^#+ (.*)$", document.read_text())}
 
 
+def names_in_sources() -> set[str]:
+    return {name for folder in ("Platform", "QuirebindCore", "Quirebind")
+            for ending in ("h", "cpp") for file in (SOURCE / folder).rglob(f"*.{ending}")
+            for name in re.findall(r"\w+", f"{file.stem} {file.read_text()}")}
+
+
 class Documents(unittest.TestCase):
 
     def test_links_lead_somewhere(self) -> None:
@@ -34,6 +40,14 @@ class Documents(unittest.TestCase):
                     if heading:
                         self.assertIn(heading, headings(target))
         self.assertGreater(links, 50)
+
+    def test_architecture_speaks_of_what_there_is(self) -> None:
+        there = names_in_sources()
+        told = re.findall(r"`([\w:]+)`", (DOCUMENTATION / "Architecture.md").read_text())
+        self.assertGreater(len(told), 50)
+        for name in told:
+            with self.subTest(name):
+                self.assertLessEqual(set(re.findall(r"\w+", name)), there)
 
     def test_every_package_that_is_installed_has_a_reason(self) -> None:
         script = (SOURCE / "Tools" / "install-packages").read_text()
