@@ -41,6 +41,13 @@ class Documents(unittest.TestCase):
                         self.assertIn(heading, headings(target))
         self.assertGreater(links, 50)
 
+    def test_readme_names_what_is_not_kept(self) -> None:
+        kept = (DOCUMENTATION / "WhatIsKept.md").read_text()
+        section = re.search(r"(?s)\n## What Quirebind does not keep\n(.*?)\n## ", kept)
+        lost = re.findall(r"(?m)^- (.*)\.$", section[1]) if section else []
+        named = re.search(r"Not kept: ([^.]*)\.", (SOURCE / "README.md").read_text())
+        self.assertEqual(" ".join(named[1].split()) if named else "", ", ".join(lost).lower())
+
     def test_architecture_speaks_of_what_there_is(self) -> None:
         there = names_in_sources()
         told = re.findall(r"`([\w:]+)`", (DOCUMENTATION / "Architecture.md").read_text())
