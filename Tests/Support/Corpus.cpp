@@ -37,7 +37,9 @@ std::optional<std::filesystem::path> corpusFolder() {
 std::vector<std::filesystem::path> corpusList(std::string_view name) {
     const auto folder = corpusFolder();
     if (!folder) return {};
-    const auto list = folder->parent_path() / "measure" / "lists" / (std::string(name) + ".txt");
+    const auto lists = folder->parent_path() / "measure" / "lists";
+    if (!std::filesystem::exists(lists)) return {};
+    const auto list = lists / (std::string(name) + ".txt");
     std::ifstream in(list);
     if (!in) throw std::runtime_error("there is no list " + list.string());
     std::vector<std::filesystem::path> files;

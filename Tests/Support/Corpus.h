@@ -9,7 +9,7 @@
 #include <vector>
 
 /// Real PDF files, which are not part of this tree. The environment variable QUIREBIND_CORPUS names
-/// the folder they are in; lists of some of them stand beside it, in ../measure/lists/NAME.txt,
+/// the folder they are in. Lists of some of them may stand beside it, in ../measure/lists/NAME.txt,
 /// one path per line, relative to the corpus.
 namespace quirebind::test {
 
@@ -17,8 +17,8 @@ namespace quirebind::test {
 /// folder: who asks for the corpus shall not get fewer tests unawares.
 [[nodiscard]] std::optional<std::filesystem::path> corpusFolder();
 
-/// The files of a list, by absolute path, in its order. None without a corpus. Throws
-/// std::runtime_error if there is no such list, or if a file of it is missing.
+/// The files of a list, by absolute path, in its order. None without a corpus, and where no lists
+/// stand beside it. Throws std::runtime_error if only this list is missing, or a file of it.
 [[nodiscard]] std::vector<std::filesystem::path> corpusList(std::string_view name);
 
 /// All files of the corpus whose name ends in .pdf in any case, sorted. None without a corpus.

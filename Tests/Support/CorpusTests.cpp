@@ -87,6 +87,12 @@ TEST_F(Corpus, thatIsIncompleteFailsTheTest) {
     EXPECT_THROW(static_cast<void>(corpusFolder()), std::runtime_error);
 }
 
+TEST_F(Corpus, canBeAnyFolderWithoutLists) {
+    set(folder() / "corpus/b");
+    EXPECT_THAT(allCorpusFiles(), ElementsAre(inCorpus("b/c/two.PDF"), inCorpus("b/one.pdf")));
+    EXPECT_THAT(corpusList("some"), IsEmpty());
+}
+
 TEST_F(Corpus, thatIsNotSetIsEmpty) {
     set("");
     EXPECT_EQ(corpusFolder(), std::nullopt);
