@@ -4,6 +4,9 @@
 #include "Quirebind/Views/Colours.h"
 
 #include <algorithm>
+#include <array>
+
+#include "Quirebind/Views/Contrast.h"
 
 namespace quirebind {
 
@@ -16,6 +19,10 @@ struct Scheme {
     QColor text;
     QColor button;
 };
+
+QColor teal(const QPalette& palette) {
+    return isDark(palette) ? QColor(0x6a, 0xc4, 0xdc) : QColor(0x00, 0x86, 0x98);
+}
 
 QPalette palette(const Scheme& scheme) {
     const QColor disabled = mix(scheme.text, scheme.window, 0.38);
@@ -52,8 +59,17 @@ bool isDark(const QPalette& palette) {
            palette.color(QPalette::WindowText).lightness();
 }
 
+bool hasHighContrast(const QPalette& palette) {
+    constexpr double kHigh = 19;  // next to black and white; our own palettes stay below
+    return contrast(palette.color(QPalette::WindowText), palette.color(QPalette::Window)) >= kHigh;
+}
+
 QColor accent(const QPalette& palette) {
-    return isDark(palette) ? QColor(0x6a, 0xc4, 0xdc) : QColor(0x00, 0x86, 0x98);
+    const std::array grounds{palette.color(QPalette::Window), palette.color(QPalette::Base),
+                             selectionFill(palette, true), pageBackground(palette)};
+    constexpr double kStroke = 1.1 * kGraphicsContrast;  // thin ones are blended with their ground
+    return legible(teal(palette), palette.color(QPalette::WindowText), grounds,
+                   hasHighContrast(palette) ? kTextContrast : kStroke);
 }
 
 QColor prominentFill(const QPalette& palette) {
@@ -67,10 +83,24 @@ QColor prominentText() {
 QColor selectionFill(const QPalette& palette, bool active) {
     const QColor& base = palette.color(QPalette::Base);
     if (!active) return mix(palette.color(QPalette::Text), base, 0.09);
-    return mix(accent(palette), base, isDark(palette) ? 0.28 : 0.17);
+    return mix(teal(palette), base, isDark(palette) ? 0.28 : 0.17);
+}
+
+QColor buttonBorder(const QPalette& palette) {
+    const QColor text = palette.color(QPalette::WindowText);
+    if (hasHighContrast(palette)) return text;
+    return mix(text, palette.color(QPalette::Button), isDark(palette) ? 0.18 : 0.2);
+}
+
+QColor scrollBarSlider(const QPalette& palette, bool grabbed) {
+    const QColor text = palette.color(QPalette::WindowText);
+    const std::array ground{palette.color(QPalette::Window)};
+    return legible(mix(text, ground.front(), grabbed ? 0.7 : 0.46), text, ground,
+                   kGraphicsContrast);
 }
 
 QColor separator(const QPalette& palette) {
+    if (hasHighContrast(palette)) return palette.color(QPalette::WindowText);
     return mix(palette.color(QPalette::WindowText), palette.color(QPalette::Window),
                isDark(palette) ? 0.16 : 0.13);
 }
@@ -100,9 +130,12 @@ QPalette accented(QPalette palette) {
     palette.setColor(QPalette::Highlight, prominentFill(palette));
     palette.setColor(QPalette::HighlightedText, prominentText());
     palette.setColor(QPalette::Link, accent(palette));
-    palette.setColor(kSecondaryText, mix(palette.color(QPalette::WindowText), window, 0.72));
-    palette.setColor(QPalette::Disabled, kSecondaryText,
-                     mix(palette.color(QPalette::WindowText), window, 0.36));
+    const QColor text = palette.color(QPalette::WindowText);
+    const std::array grounds{window, palette.color(QPalette::Base), palette.color(QPalette::Button),
+                             selectionFill(palette, true), selectionFill(palette, false)};
+    palette.setColor(kSecondaryText,
+                     legible(mix(text, window, 0.72), text, grounds, kTextContrast));
+    palette.setColor(QPalette::Disabled, kSecondaryText, mix(text, window, 0.36));
     return palette;
 }
 

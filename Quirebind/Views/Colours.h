@@ -16,6 +16,8 @@ namespace quirebind {
 inline constexpr QPalette::ColorRole kSecondaryText = QPalette::PlaceholderText;
 
 [[nodiscard]] bool isDark(const QPalette& palette);
+/// Whether the user has asked for as much contrast as there can be.
+[[nodiscard]] bool hasHighContrast(const QPalette& palette);
 
 /// The teal of icons, outlines and focus rings.
 [[nodiscard]] QColor accent(const QPalette& palette);
@@ -24,6 +26,10 @@ inline constexpr QPalette::ColorRole kSecondaryText = QPalette::PlaceholderText;
 [[nodiscard]] QColor prominentText();
 /// What lies behind a selected row.
 [[nodiscard]] QColor selectionFill(const QPalette& palette, bool active);
+/// The line around a button.
+[[nodiscard]] QColor buttonBorder(const QPalette& palette);
+/// What a scroll bar is moved by, on the palette's window.
+[[nodiscard]] QColor scrollBarSlider(const QPalette& palette, bool grabbed);
 /// Lines between regions.
 [[nodiscard]] QColor separator(const QPalette& palette);
 /// What pages lie on.

@@ -36,7 +36,7 @@ void drawButton(const QStyleOption& option, QPainter& painter, bool prominent) {
                          (option.state & QStyle::State_KeyboardFocusChange) != 0;
 
     QColor fill = palette.color(QPalette::Button);
-    QColor border = mix(palette.color(QPalette::WindowText), fill, isDark(palette) ? 0.18 : 0.2);
+    QColor border = buttonBorder(palette);
     if (prominent) {
         fill = prominentFill(palette);
         border = fill;
@@ -137,8 +137,7 @@ void ControlStyle::drawComplexControl(ComplexControl control, const QStyleOption
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(Qt::NoPen);
-    painter->setBrush(mix(bar->palette.color(QPalette::WindowText),
-                          bar->palette.color(QPalette::Window), grabbed ? 0.62 : 0.42));
+    painter->setBrush(scrollBarSlider(bar->palette, grabbed));
     const double radius = std::min(slider.width(), slider.height()) / 2;
     painter->drawRoundedRect(slider, radius, radius);
     painter->restore();

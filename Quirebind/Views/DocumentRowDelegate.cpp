@@ -26,6 +26,8 @@ constexpr int kVertical = 6;
 constexpr int kBetweenColumns = 10;
 constexpr int kBetweenLines = 4;
 constexpr double kRadius = 8;
+constexpr int kMarkWidth = 3;
+constexpr int kMarkInset = 3;  // from the background's edge
 
 struct Metrics {
     QFontMetrics name{font(TextStyle::body)};
@@ -96,6 +98,14 @@ void DocumentRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& o
             selected ? selectionFill(palette, active)
                      : mix(palette.color(QPalette::Text), palette.color(QPalette::Base), 0.045));
         painter->drawRoundedRect(background, kRadius, kRadius);
+    }
+    if (selected) {
+        // The background alone would be a difference of colour, and too faint for many eyes.
+        const QRect mark(background.left() + kMarkInset, background.top() + background.height() / 4,
+                         kMarkWidth, background.height() / 2);
+        painter->setBrush(active ? accent(palette) : palette.color(group, kSecondaryText));
+        painter->drawRoundedRect(QStyle::visualRect(option.direction, background, mark),
+                                 kMarkWidth / 2.0, kMarkWidth / 2.0);
     }
     if (focused) {
         painter->setPen(QPen(accent(palette), 1.5));

@@ -31,11 +31,17 @@ bool DropHighlight::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void DropHighlight::paintEvent(QPaintEvent*) {
-    // Stroked on the very edge: the outer half of the line is clipped away.
+    // Stroked on the very edge: the outer half of the lines is clipped away. The wider one keeps
+    // the outline apart from pages, which are as white in the dark.
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    QPen pen(accent(palette()), kLineWidth, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin);
+    QPen pen(palette().color(QPalette::Window), 2 * kLineWidth, Qt::SolidLine, Qt::FlatCap,
+             Qt::MiterJoin);
     pen.setMiterLimit(10);
+    painter.setPen(pen);
+    painter.drawRoundedRect(QRectF(rect()), kRadius, kRadius);
+    pen.setColor(accent(palette()));
+    pen.setWidthF(kLineWidth);
     painter.setPen(pen);
     painter.drawRoundedRect(QRectF(rect()), kRadius, kRadius);
 }

@@ -23,7 +23,7 @@ namespace {
 
 constexpr int kStep = 16;  // that an arrow key moves the divider by
 
-/// A hairline with a wider grip, which also takes the focus.
+/// A hairline with a wider grip, which also takes the focus and is a bar then.
 class Handle : public QSplitterHandle {
  public:
     explicit Handle(QSplitter* parent) : QSplitterHandle(Qt::Horizontal, parent) {
@@ -35,6 +35,11 @@ class Handle : public QSplitterHandle {
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         painter.fillRect(rect(), hasFocus() ? accent(palette()) : separator(palette()));
+    }
+
+    void resizeEvent(QResizeEvent* event) override {
+        QSplitterHandle::resizeEvent(event);
+        showFocus();
     }
 
     void keyPressEvent(QKeyEvent* event) override {
@@ -50,11 +55,19 @@ class Handle : public QSplitterHandle {
 
     void focusInEvent(QFocusEvent* event) override {
         QSplitterHandle::focusInEvent(event);
-        update();
+        showFocus();
     }
 
     void focusOutEvent(QFocusEvent* event) override {
         QSplitterHandle::focusOutEvent(event);
+        showFocus();
+    }
+
+ private:
+    /// The toolkit has given it a mask that only the hairline shows through.
+    void showFocus() {
+        const QRect line = contentsRect();
+        setMask(hasFocus() ? line.adjusted(-1, 0, 1, 0) : line);
         update();
     }
 };

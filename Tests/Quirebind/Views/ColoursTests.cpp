@@ -1,30 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
-#include <algorithm>
-#include <cmath>
 #include <ostream>
 
 #include <gtest/gtest.h>
 
 #include "Quirebind/Views/Colours.h"
+#include "Tests/Quirebind/Views/Rendered.h"
 
 namespace quirebind {
 namespace {
 
-/// WCAG 2.1, relative luminance.
-double luminance(const QColor& colour) {
-    const auto linear = [](double channel) {
-        return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
-           0.0722 * linear(colour.blueF());
-}
-
-double contrast(const QColor& a, const QColor& b) {
-    const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
-    return (lighter + 0.05) / (darker + 0.05);
-}
+using viewtest::contrastOf;
 
 constexpr double kText = 4.5;
 constexpr double kGraphics = 3.0;
@@ -43,23 +30,23 @@ TEST_P(Contrast, OfTextIsEnoughOnEveryGround) {
     for (const QColor& ground :
          {p.color(QPalette::Window), p.color(QPalette::Base), p.color(QPalette::Button),
           selectionFill(p, true), selectionFill(p, false)}) {
-        EXPECT_GE(contrast(text, ground), kText) << ground.name().toStdString();
-        EXPECT_GE(contrast(secondary, ground), kText) << ground.name().toStdString();
+        EXPECT_GE(contrastOf(text, ground), kText) << ground.name().toStdString();
+        EXPECT_GE(contrastOf(secondary, ground), kText) << ground.name().toStdString();
     }
 }
 
 TEST_P(Contrast, OfTheProminentButtonIsEnough) {
     const QPalette p = palette();
-    EXPECT_GE(contrast(prominentText(), prominentFill(p)), kText);
-    EXPECT_GE(contrast(p.color(QPalette::HighlightedText), p.color(QPalette::Highlight)), kText);
-    EXPECT_GE(contrast(prominentFill(p), p.color(QPalette::Window)), kGraphics);
+    EXPECT_GE(contrastOf(prominentText(), prominentFill(p)), kText);
+    EXPECT_GE(contrastOf(p.color(QPalette::HighlightedText), p.color(QPalette::Highlight)), kText);
+    EXPECT_GE(contrastOf(prominentFill(p), p.color(QPalette::Window)), kGraphics);
 }
 
 TEST_P(Contrast, OfTealIsEnough) {
     const QPalette p = palette();
     for (const QColor& ground : {p.color(QPalette::Window), p.color(QPalette::Base),
                                  selectionFill(p, true), pageBackground(p)})
-        EXPECT_GE(contrast(accent(p), ground), kGraphics) << ground.name().toStdString();
+        EXPECT_GE(contrastOf(accent(p), ground), kGraphics) << ground.name().toStdString();
 }
 
 INSTANTIATE_TEST_SUITE_P(Palettes, Contrast, testing::Bool(), [](const auto& dark) {
