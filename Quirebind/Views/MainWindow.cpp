@@ -48,12 +48,14 @@ MainWindow::MainWindow(const WindowServices& services)
       preview_(state_, services.renderer),
       split_(state_, sidebar_, preview_),
       mergeBar_(state_),
+      announcement_(state_),
       alert_(state_, *this),
       closing_(this) {
     setWindowTitle(text::applicationName());
     layout::set(content_,
                 layout::column(0, header_, upperDivider_, split_, lowerDivider_, mergeBar_));
     setCentralWidget(&content_);
+    announcement_.setParent(this);  // not of the content, which is disabled during a merge
     setMinimumSize(kMinimumSize.expandedTo(minimumSizeHint()));
     resize(kDefaultSize.expandedTo(minimumSize()));
 
@@ -79,6 +81,7 @@ void MainWindow::redraw() {
     preview_.redraw();
     split_.redraw();
     mergeBar_.redraw();
+    announcement_.redraw();
     if (!state_.merging() && !content_.isEnabled()) {
         content_.setEnabled(true);
         if (focusBeforeMerge_ != nullptr) focusBeforeMerge_->setFocus();

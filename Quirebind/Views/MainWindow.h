@@ -13,6 +13,7 @@
 #include "Quirebind/Views/DocumentSidebar.h"
 #include "Quirebind/Views/ErrorAlert.h"
 #include "Quirebind/Views/HeaderBar.h"
+#include "Quirebind/Views/MergeAnnouncement.h"
 #include "Quirebind/Views/MergeBar.h"
 #include "Quirebind/Views/PreviewPane.h"
 #include "Quirebind/Views/SplitArea.h"
@@ -78,6 +79,7 @@ class MainWindow : public QMainWindow {
     SplitArea split_;
     Divider lowerDivider_;
     MergeBar mergeBar_;
+    MergeAnnouncement announcement_;
     ErrorAlert alert_;
     QMessageBox closing_;  // says that the window waits for the merge
 

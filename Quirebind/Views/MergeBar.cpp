@@ -6,6 +6,7 @@
 #include <QShortcut>
 #include <memory>
 
+#include "Quirebind/Desktop/FileURLs.h"
 #include "Quirebind/Desktop/HandOver.h"
 #include "Quirebind/Views/ControlStyle.h"
 #include "Quirebind/Views/Layout.h"
@@ -50,7 +51,9 @@ void MergeBar::redraw() {
     const auto documents = state_.files().size();
     const bool merging = state_.merging();
     summary_.setText(text::summary(static_cast<std::int64_t>(documents), state_.pageCount()));
-    showInFinder_.setVisible(state_.output().has_value());
+    const auto& output = state_.output();
+    showInFinder_.setVisible(output.has_value());
+    showInFinder_.setAccessibleDescription(output ? displayName(*output) : QString());
     activity_.setVisible(merging);
     mergeButton_.setText(merging ? text::merging() : text::mergePDFs());
     mergeButton_.setEnabled(documents >= kFewestToMerge && !merging);
