@@ -13,6 +13,7 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <utility>
 
 #include <fcntl.h>
 
@@ -104,6 +105,7 @@ void PDFPreview::clear() {
     pictures_.clear();
     selection_.reset(0);
     links_.reset();
+    linkFocus_.reset();
     viewport()->setCursor(Qt::ArrowCursor);
     wayBack_.clear();
     copying_ = false;
@@ -217,6 +219,7 @@ void PDFPreview::paintEvent(QPaintEvent* event) {
         for (std::size_t page = pages.first; page <= pages.last; ++page) drawPage(painter, page);
     }
     if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange)) drawFocus(painter);
+    if (hasFocus() && linkFocus_.current()) drawLinkFocus(painter);
 }
 
 void PDFPreview::drawFocus(QPainter& painter) const {
@@ -226,6 +229,17 @@ void PDFPreview::drawFocus(QPainter& painter) const {
         QPen(accent(palette()), kLineWidth, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     painter.setBrush(Qt::NoBrush);
     painter.drawRect(QRectF(viewport()->rect()).adjusted(inset, inset, -inset, -inset));
+}
+
+/// On paper of whatever colour: the white line tells the teal one from dark paper.
+void PDFPreview::drawLinkFocus(QPainter& painter) const {
+    const QRectF frame = linkRect(*linkFocus_.current()).adjusted(-2, -2, 2, 2);
+    painter.setBrush(Qt::NoBrush);
+    for (const auto& [colour, width] :
+         {std::pair(QColor(Qt::white), 4.0), std::pair(accent(lightPalette()), 2.0)}) {
+        painter.setPen(QPen(colour, width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        painter.drawRect(frame);
+    }
 }
 
 /// Beside the pages, and behind the scroll bar, it is what pages lie on.

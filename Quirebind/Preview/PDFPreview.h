@@ -12,6 +12,7 @@
 
 #include "Platform/Files/URL.h"
 #include "Platform/PDF/PDFDocument.h"
+#include "Quirebind/Preview/LinkFocus.h"
 #include "Quirebind/Preview/PageColumn.h"
 #include "Quirebind/Preview/PagePictures.h"
 #include "Quirebind/Preview/PreviewLinks.h"
@@ -24,7 +25,8 @@ class RenderService;
 
 /// Shows a document: all of its pages in one column, as wide as the view, which scrolls. Text can
 /// be selected with the mouse and copied. A click on a link that leads inside the document goes
-/// there, and the key for going back returns; other links do nothing.
+/// there, and the key for going back returns; other links do nothing. The tab key comes by the
+/// links in sight before it leaves, and Return follows the one with the frame.
 ///
 /// The document is opened here, on the main thread; its pages are drawn elsewhere, by the render
 /// service, and are white until they are there. While the view is being resized, pictures are
@@ -71,6 +73,7 @@ class PDFPreview : public QAbstractScrollArea, private RenderClient {
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     bool event(QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
 
  private:
     // What is wanted of the renderer, and what comes.
@@ -97,10 +100,17 @@ class PDFPreview : public QAbstractScrollArea, private RenderClient {
     [[nodiscard]] std::optional<std::size_t> pageToDraw() const;
     [[nodiscard]] TextSelection::Position positionAt(const QPointF& point) const;
     void showPointer(const QPointF& point);
-    void followLink(const TextSelection::Position& position);
+    /// The links that can be followed and show, at least in part.
+    [[nodiscard]] std::vector<LinkFocus::Link> linksInSight() const;
+    /// Where a link is in the viewport.
+    [[nodiscard]] QRectF linkRect(const LinkFocus::Link& link) const;
+    [[nodiscard]] bool focusedLinkShows() const;
+    void followFocusedLink();
+    void goTo(const PagePosition& target);
     void goBack();
     void drawPage(QPainter& painter, std::size_t page) const;
     void drawFocus(QPainter& painter) const;
+    void drawLinkFocus(QPainter& painter) const;
     void recolour();
     void copy();
     void finishCopying();
@@ -113,6 +123,7 @@ class PDFPreview : public QAbstractScrollArea, private RenderClient {
     PagePictures pictures_;
     TextSelection selection_;
     PreviewLinks links_;
+    LinkFocus linkFocus_;
     std::vector<PageColumn::Anchor> wayBack_;  // from where links were followed
     QPointF pressed_;                          // where the button went down
     std::size_t sizesRead_ = 0;
@@ -122,7 +133,6 @@ class PDFPreview : public QAbstractScrollArea, private RenderClient {
     bool copying_ = false;
     QTimer moreSizes_;
     QTimer resting_;  // runs while the view is being resized
-    std::size_t toldPage_ = 0;
 };
 
 }  // namespace quirebind

@@ -10,6 +10,7 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 #include <algorithm>
+#include <utility>
 
 #include "Quirebind/Preview/PDFPreview.h"
 #include "Quirebind/Preview/RenderService.h"
@@ -40,6 +41,11 @@ void PDFPreview::keyPressEvent(QKeyEvent* event) {
     }
     if (event->matches(QKeySequence::Back)) {
         goBack();
+        return;
+    }
+    const bool enters = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enters && focusedLinkShows()) {
+        followFocusedLink();
         return;
     }
     const double page = std::max(viewport()->height() - kOverlap, kLine);
@@ -91,6 +97,7 @@ TextSelection::Position PDFPreview::positionAt(const QPointF& point) const {
 void PDFPreview::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton || column_.count() == 0) return;
     const TextSelection::Position position = positionAt(event->position());
+    linkFocus_.reset();
     selecting_ = true;
     pressed_ = event->position();
     const bool third = sinceDoubleClick_.isValid() &&
@@ -145,17 +152,56 @@ void PDFPreview::mouseReleaseEvent(QMouseEvent* event) {
     const bool clicked = selecting_ && (event->position() - pressed_).manhattanLength() <
                                            QApplication::startDragDistance();
     selecting_ = false;
-    if (clicked && column_.count() != 0 && event->modifiers() == Qt::NoModifier)
-        followLink(positionAt(event->position()));
+    if (!clicked || column_.count() == 0 || event->modifiers() != Qt::NoModifier) return;
+    const TextSelection::Position position = positionAt(event->position());
+    if (const auto target = links_.target(*document_, position.page, position.point)) goTo(*target);
 }
 
 // Links.
 
-void PDFPreview::followLink(const TextSelection::Position& position) {
-    const auto target = links_.target(*document_, position.page, position.point);
-    if (!target) return;
+void PDFPreview::goTo(const PagePosition& target) {
     wayBack_.push_back(column_.anchorAt(top()));
-    scrollTo(column_.pageTop(target->page) + target->y * column_.scale() - PageColumn::kGap);
+    scrollTo(column_.pageTop(target.page) + target.y * column_.scale() - PageColumn::kGap);
+}
+
+QRectF PDFPreview::linkRect(const LinkFocus::Link& link) const {
+    const double scale = column_.scale();
+    const QRectF area(link.area.x * scale, link.area.y * scale, link.area.width * scale,
+                      link.area.height * scale);
+    return area.translated(pageRect(link.page).topLeft());
+}
+
+bool PDFPreview::focusedLinkShows() const {
+    const auto& link = linkFocus_.current();
+    return link && linkRect(*link).intersects(QRectF(viewport()->rect()));
+}
+
+std::vector<LinkFocus::Link> PDFPreview::linksInSight() const {
+    std::vector<LinkFocus::Link> found;
+    if (column_.count() == 0) return found;
+    const QRectF view(viewport()->rect());
+    const Range pages = visible();
+    for (std::size_t page = pages.first; page <= pages.last; ++page) {
+        for (PageLink& area : document_->pageLinks(page)) {
+            LinkFocus::Link link{page, std::move(area)};
+            if (linkRect(link).intersects(view) && document_->positionOf(link.area))
+                found.push_back(std::move(link));
+        }
+    }
+    return found;
+}
+
+bool PDFPreview::focusNextPrevChild(bool next) {
+    const bool atLink = linkFocus_.current().has_value();
+    const bool moved = (next || atLink) && linkFocus_.move(linksInSight(), next);
+    viewport()->update();
+    tellPosition();
+    // Before the first link comes the view itself.
+    return moved || (!next && atLink) || QAbstractScrollArea::focusNextPrevChild(next);
+}
+
+void PDFPreview::followFocusedLink() {
+    if (const auto target = document_->positionOf(linkFocus_.current()->area)) goTo(*target);
 }
 
 void PDFPreview::goBack() {
@@ -191,9 +237,18 @@ void PDFPreview::finishCopying() {
 
 void PDFPreview::tellPosition() {
     if (column_.count() == 0) return;
-    toldPage_ = currentPage();
-    const QString position = text::pagePosition(static_cast<std::int64_t>(toldPage_) + 1,
-                                                static_cast<std::int64_t>(column_.count()));
+    const auto told = [this](std::size_t page) {
+        return text::pagePosition(static_cast<std::int64_t>(page) + 1,
+                                  static_cast<std::int64_t>(column_.count()));
+    };
+    // Of a link, where it leads.
+    if (hasFocus() && focusedLinkShows()) {
+        if (const auto target = document_->positionOf(linkFocus_.current()->area)) {
+            setAccessibleDescription(told(target->page));
+            return;
+        }
+    }
+    const QString position = told(currentPage());
     const QString words = currentPageText();
     setAccessibleDescription(words.isEmpty() ? position : position + QLatin1Char('\n') + words);
 }
@@ -206,11 +261,15 @@ void PDFPreview::changeEvent(QEvent* event) {
 
 void PDFPreview::focusInEvent(QFocusEvent* event) {
     QAbstractScrollArea::focusInEvent(event);
+    // Who comes from behind comes by the last link first.
+    if (event->reason() == Qt::BacktabFocusReason) linkFocus_.move(linksInSight(), false);
+    tellPosition();
     viewport()->update();
 }
 
 void PDFPreview::focusOutEvent(QFocusEvent* event) {
     QAbstractScrollArea::focusOutEvent(event);
+    tellPosition();
     viewport()->update();
 }
 

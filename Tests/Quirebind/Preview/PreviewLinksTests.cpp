@@ -4,7 +4,9 @@
 // Links in a shown document: a click goes where they lead inside the document, and nowhere else.
 
 #include <QApplication>
+#include <QPushButton>
 #include <QScrollBar>
+#include <QVBoxLayout>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -123,6 +125,153 @@ TEST(PreviewLinks, OfAnotherDocumentAreForgotten) {
     shown.preview.verticalScrollBar()->setValue(5);
     QTest::keyClick(&shown.preview, Qt::Key_Left, Qt::AltModifier);
     EXPECT_EQ(shown.position(), 5);
+}
+
+// With the keyboard. The first page has a link of the left half of a line, and below it the same of
+// the right half, and a dead one; the last page leads back to the first.
+const std::string kPagesWithLinks = R"({{header 1.7}}
+{{object 1 0}}
+<< /Type /Catalog /Pages 2 0 R >>
+endobj
+{{object 2 0}}
+<< /Type /Pages /Kids [3 0 R 4 0 R 5 0 R] /Count 3 /MediaBox [0 0 400 300] >>
+endobj
+{{object 3 0}}
+<< /Type /Page /Parent 2 0 R /Annots [
+   << /Type /Annot /Subtype /Link /Rect [200 200 400 220] /Dest [4 0 R /Fit] >>
+   << /Type /Annot /Subtype /Link /Rect [20 250 200 270] /Dest [5 0 R /Fit] >>
+   << /Type /Annot /Subtype /Link /Rect [20 100 200 120] /Dest [9 /Fit] >> ] >>
+endobj
+{{object 4 0}}
+<< /Type /Page /Parent 2 0 R >>
+endobj
+{{object 5 0}}
+<< /Type /Page /Parent 2 0 R /Annots [
+   << /Type /Annot /Subtype /Link /Rect [20 250 200 270] /Dest [3 0 R /Fit] >> ] >>
+endobj
+{{xref}}
+trailer
+<< /Size {{size}} /Root 1 0 R >>
+{{startxref}}
+%%EOF
+%behaviour paint ffffff
+)";
+
+/// A preview between two buttons.
+struct PreviewByKeys {
+    PreviewByKeys() : preview(standIn.service) {
+        layout.setContentsMargins(0, 0, 0, 0);
+        for (QWidget* widget : {static_cast<QWidget*>(&before), static_cast<QWidget*>(&preview),
+                                static_cast<QWidget*>(&behind)})
+            layout.addWidget(widget);
+        QWidget::setTabOrder(&before, &preview);
+        QWidget::setTabOrder(&preview, &behind);
+        window.resize(400, 360);
+        window.show();
+        QApplication::setActiveWindow(&window);
+        folder.write("linked.pdf", test::fixturePDF(kPagesWithLinks));
+        preview.setURL(URL::file(folder / "linked.pdf"));
+        before.setFocus();
+        QApplication::processEvents();
+    }
+
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    }
+    [[nodiscard]] std::string told() {
+        return preview.accessibleDescription().section('\n', 0, 0).toStdString();
+    }
+
+    TemporaryFolder folder;
+    StandIn standIn;
+    QWidget window;
+    QVBoxLayout layout{&window};
+    QPushButton before{&window};
+    PDFPreview preview;
+    QPushButton behind{&window};
+};
+
+TEST(PreviewLinks, AreReachedByTheTabKeyInTheOrderOfReading) {
+    PreviewByKeys shown;
+    shown.key(Qt::Key_Tab);
+    EXPECT_TRUE(shown.preview.hasFocus());
+    EXPECT_EQ(shown.told(), "Page 1 of 3");
+    shown.key(Qt::Key_Tab);
+    EXPECT_EQ(shown.told(), "Page 3 of 3") << "where the first link leads";
+    shown.key(Qt::Key_Tab);
+    EXPECT_EQ(shown.told(), "Page 2 of 3");
+    EXPECT_TRUE(shown.preview.hasFocus());
+    shown.key(Qt::Key_Tab);
+    EXPECT_TRUE(shown.behind.hasFocus()) << "the dead one is passed over";
+    EXPECT_EQ(shown.told(), "Page 1 of 3");
+    for (const char* expected : {"Page 2 of 3", "Page 3 of 3", "Page 1 of 3"}) {
+        shown.key(Qt::Key_Backtab, Qt::ShiftModifier);
+        EXPECT_TRUE(shown.preview.hasFocus());
+        EXPECT_EQ(shown.told(), expected);
+    }
+    shown.key(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(shown.before.hasFocus());
+}
+
+TEST(PreviewLinks, AreFollowedByReturnAndBack) {
+    PreviewByKeys shown;
+    shown.key(Qt::Key_Tab);
+    shown.key(Qt::Key_Return);
+    EXPECT_EQ(shown.preview.verticalScrollBar()->value(), 0) << "it is at no link";
+    shown.key(Qt::Key_Tab);
+    shown.key(Qt::Key_Return);
+    EXPECT_EQ(shown.preview.currentPage(), 2U);
+    EXPECT_EQ(shown.told(), "Page 3 of 3");
+    const int there = shown.preview.verticalScrollBar()->value();
+    shown.key(Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(shown.preview.verticalScrollBar()->value(), there) << "that link is out of sight";
+    shown.key(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(shown.preview.currentPage(), 0U);
+    shown.key(Qt::Key_End);
+    shown.key(Qt::Key_Tab);
+    EXPECT_EQ(shown.told(), "Page 1 of 3") << "where the link of the last page leads";
+    shown.key(Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(shown.preview.currentPage(), 0U);
+}
+
+TEST(PreviewLinks, ShowWhichOneIsFocused) {
+    PreviewByKeys shown;
+    const auto picture = [&] {
+        QApplication::processEvents();
+        return shown.preview.viewport()->grab().toImage();
+    };
+    shown.key(Qt::Key_Tab);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return shown.preview.isSharp(); }, 10000));
+    const QImage without = picture();
+    shown.key(Qt::Key_Tab);
+    const QImage at = picture();
+    // Where the two differ is around the link.
+    QRect changed;
+    for (int y = 0; y < at.height(); ++y)
+        for (int x = 0; x < at.width(); ++x)
+            if (at.pixel(x, y) != without.pixel(x, y)) changed |= QRect(x, y, 1, 1);
+    const double scale = (shown.preview.viewport()->width() - 32) / 400.0;
+    const QRect link(qRound(16 + 20 * scale), qRound(16 + 30 * scale), qRound(180 * scale),
+                     qRound(20 * scale));
+    EXPECT_TRUE(changed.contains(link)) << changed.width() << 'x' << changed.height();
+    EXPECT_TRUE(link.adjusted(-6, -6, 6, 6).contains(changed));
+    EXPECT_EQ(at.pixel(link.center()), without.pixel(link.center())) << "its words stay";
+    shown.behind.setFocus();
+    EXPECT_EQ(picture().pixel(changed.left() + 2, link.center().y()),
+              without.pixel(changed.left() + 2, link.center().y()));
+}
+
+TEST(PreviewLinks, AreNotFocusedAnyMoreInAnotherDocument) {
+    PreviewByKeys shown;
+    shown.key(Qt::Key_Tab);
+    shown.key(Qt::Key_Tab);
+    shown.folder.write("plain.pdf", test::simplePDF(3));
+    shown.preview.setURL(URL::file(shown.folder / "plain.pdf"));
+    EXPECT_EQ(shown.told(), "Page 1 of 3");
+    shown.key(Qt::Key_Return);
+    EXPECT_EQ(shown.preview.currentPage(), 0U);
+    shown.key(Qt::Key_Tab);
+    EXPECT_TRUE(shown.behind.hasFocus());
 }
 
 }  // namespace
