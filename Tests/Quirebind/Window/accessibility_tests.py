@@ -12,6 +12,8 @@ from window_test_case import ALERT_TITLE, WindowTestCase
 
 # What says nothing of what a thing is for.
 _NO_ROLES = ("unknown", "filler", "layered pane", "invalid")
+# What can have the focus, and users know how to use once they hear it.
+_FOCUSABLE = ("push button", "list", "list item", "grip", "document", "paragraph", "label")
 _CONTROLS = ("push button", "list", "list item", "progress bar", "grip", "text", "scroll pane")
 
 
@@ -25,6 +27,8 @@ class AccessibilityTestCase(WindowTestCase):
         for node in parts:
             with self.subTest(f"{node.role} “{node.name}”"):
                 self.assertNotIn(node.role, _NO_ROLES)
+                if "focusable" in node.states:
+                    self.assertIn(node.role, _FOCUSABLE)
                 self.assertNotEqual(node.name, "")
                 self.assertNotIn("&", node.name)
                 self.assertEqual("enabled" in node.states, "sensitive" in node.states)

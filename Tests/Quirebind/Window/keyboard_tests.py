@@ -64,6 +64,31 @@ class TypicalUse(KeyboardTestCase):
         opened = self.expect(self.program.opened_elsewhere, "the folder is opened")
         self.assertEqual([uri.rstrip("/") for uri in opened], [self.documents.as_uri()])
 
+    def test_a_link_is_followed_and_back(self) -> None:
+        documents.linked_pdf(self.documents / "linked.pdf")
+        self.key("ctrl+o")
+        self.choose(self.documents / "linked.pdf")
+        self.expect_rows(["linked.pdf, 3 pages"])
+        self.key("F6", "F6")
+        self.expect_focus("linked.pdf")
+
+        def expect_told(position: str) -> None:
+            self.expect(lambda: self.preview().description.split("\n")[0] == position,
+                        f"it tells {position}")
+        expect_told("Page 1 of 3")
+        without = self.picture("preview").count_close_to(TEAL, 24)
+        self.key("Tab")
+        expect_told("Page 3 of 3")
+        self.expect(lambda: self.picture("preview").count_close_to(TEAL, 24) > without + 400,
+                    "there is a frame around the link", timeout=3)
+        self.picture().save("keyboard-focus-on-a-link")
+        self.key("Return", "Tab")
+        self.expect(lambda: not self.preview().focused, "the last page has no link to stay for")
+        self.key("shift+Tab")
+        expect_told("Page 3 of 3")
+        self.key("alt+Left")
+        expect_told("Page 1 of 3")
+
     def test_a_document_is_taken_off_and_another_is_put_first(self) -> None:
         self.add_by_keys("a.pdf", "b.pdf")
         self.key("F6", "Delete")

@@ -34,6 +34,16 @@ def simple_pdf(path: AnyPath, pages: int = 1, label: Optional[str] = None,
     _write(path, objects, "")
 
 
+def linked_pdf(path: AnyPath) -> None:
+    """Three pages; the first has a link to the last across the middle."""
+    pages = ["<< /Type /Page /Parent 2 0 R /MediaBox [0 0 200 300] >>"] * 3
+    pages[0] = pages[0].replace(
+        ">>", "/Annots [<< /Type /Annot /Subtype /Link /Rect [20 140 180 160] "
+        "/Border [0 0 0] /Dest [5 0 R /Fit] >>] >>")
+    _write(path, ["<< /Type /Catalog /Pages 2 0 R >>",
+                  "<< /Type /Pages /Kids [3 0 R 4 0 R 5 0 R] /Count 3 >>", *pages], "")
+
+
 def damaged_pdf(path: AnyPath) -> None:
     """A file that calls itself a PDF and has no page."""
     _write_bytes(path, b"%PDF-1.7\nThis is not the rest of a document.\n")
