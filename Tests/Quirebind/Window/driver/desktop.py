@@ -102,6 +102,9 @@ class Desktop:
     after another and never reads what was true a moment ago.
     """
 
+    tools: Sequence[str] = _TOOLS
+    """What it needs of the machine."""
+
     def __init__(self, width: int = 1400, height: int = 1000, dpi: int = 96) -> None:
         self.width = width
         self.height = height
@@ -122,7 +125,7 @@ class Desktop:
 
     def start(self) -> "Desktop":
         """Starts all that a desktop consists of; returns when programs can be started."""
-        missing = [tool for tool in _TOOLS if shutil.which(tool) is None]
+        missing = [tool for tool in self.tools if shutil.which(tool) is None]
         if missing:
             raise RuntimeError("needed, but not installed: " + ", ".join(missing))
         processes.adopt_orphans()
