@@ -56,7 +56,7 @@ MainWindow::MainWindow(const WindowServices& services)
                 layout::column(0, header_, upperDivider_, split_, lowerDivider_, mergeBar_));
     setCentralWidget(&content_);
     announcement_.setParent(this);  // not of the content, which is disabled during a merge
-    setMinimumSize(kMinimumSize.expandedTo(minimumSizeHint()));
+    keepRoom();
     resize(kDefaultSize.expandedTo(minimumSize()));
 
     closing_.setWindowModality(Qt::WindowModal);
@@ -70,6 +70,16 @@ MainWindow::MainWindow(const WindowServices& services)
     addShortcuts();
     redraw();
     header_.addButton().setFocus();
+}
+
+void MainWindow::keepRoom() {
+    setMinimumSize(kMinimumSize.expandedTo(minimumSizeHint()));
+}
+
+bool MainWindow::event(QEvent* event) {
+    const bool handled = QMainWindow::event(event);
+    if (event->type() == QEvent::LayoutRequest) keepRoom();
+    return handled;
 }
 
 void MainWindow::redraw() {

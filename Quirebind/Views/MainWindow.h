@@ -57,10 +57,13 @@ class MainWindow : public QMainWindow {
     [[nodiscard]] ContentView& state() { return state_; }
 
  protected:
+    bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
  private:
     void redraw();
+    /// Lets the window become as small as what it shows, and the user's font, allow.
+    void keepRoom();
     void addShortcuts();
     /// Moves the focus to the next region that has something to focus, or the one before.
     void focusRegion(int direction);

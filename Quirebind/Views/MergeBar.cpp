@@ -3,7 +3,9 @@
 
 #include "Quirebind/Views/MergeBar.h"
 
+#include <QEvent>
 #include <QShortcut>
+#include <algorithm>
 #include <memory>
 
 #include "Quirebind/Desktop/FileURLs.h"
@@ -18,6 +20,8 @@ namespace quirebind {
 namespace {
 
 constexpr std::size_t kFewestToMerge = 2;
+constexpr int kInset = 20;
+constexpr int kWidestRow = 1280;  // so that a window fits on a small screen
 
 }  // namespace
 
@@ -41,10 +45,41 @@ MergeBar::MergeBar(ContentView& state)
                 [this] { mergeButton_.animateClick(); });
         handOver(std::move(shortcut));  // the button owns it
     }
-    layout::set(*this, layout::padded(
-                           {20, 20, 20, 20},
-                           layout::row(layout::kSpacing, layout::column(4, summary_, privacy_),
-                                       layout::kStretch, showInFinder_, activity_, mergeButton_)));
+    layout::set(*this,
+                layout::padded({kInset, kInset, kInset, kInset},
+                               layout::row(layout::kSpacing, layout::column(4, summary_, privacy_),
+                                           layout::row(layout::kSpacing, layout::kStretch,
+                                                       showInFinder_, activity_, mergeButton_))));
+    arrange();
+}
+
+int MergeBar::textsWidth() const {
+    return std::max(summary_.minimumSizeHint().width(), privacy_.minimumSizeHint().width());
+}
+
+int MergeBar::buttonsWidth() const {
+    return showInFinder_.minimumSizeHint().width() + activity_.minimumSizeHint().width() +
+           mergeButton_.minimumSizeHint().width() + 2 * layout::kSpacing;
+}
+
+void MergeBar::arrange() {
+    const int row = textsWidth() + layout::kSpacing + buttonsWidth() + 2 * kInset;
+    if (auto* content = qobject_cast<QBoxLayout*>(layout()))
+        content->setDirection(row > kWidestRow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+}
+
+QSize MergeBar::minimumSizeHint() const {
+    const QSize shown = QWidget::minimumSizeHint();
+    const auto* content = qobject_cast<const QBoxLayout*>(layout());
+    const bool row = content != nullptr && content->direction() == QBoxLayout::LeftToRight;
+    const int width = row ? textsWidth() + layout::kSpacing + buttonsWidth()
+                          : std::max(textsWidth(), buttonsWidth());
+    return {std::max(shown.width(), width + 2 * kInset), shown.height()};
+}
+
+bool MergeBar::event(QEvent* event) {
+    if (event->type() == QEvent::LayoutRequest) arrange();
+    return QWidget::event(event);
 }
 
 void MergeBar::redraw() {

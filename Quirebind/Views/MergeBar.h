@@ -13,7 +13,8 @@ namespace quirebind {
 
 class ContentView;
 
-/// The strip across the bottom: what will be merged, and the button that merges it.
+/// The strip across the bottom: what will be merged, and the button that merges it; beside each
+/// other, or one below the other where long words in large letters would make the window too wide.
 class MergeBar : public QWidget {
  public:
     /// `state` must outlive this.
@@ -22,8 +23,18 @@ class MergeBar : public QWidget {
     void redraw();
 
     [[nodiscard]] QPushButton& mergeButton() { return mergeButton_; }
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+ protected:
+    bool event(QEvent* event) override;
 
  private:
+    /// How wide the parts have to be, those that are hidden included: what appears is not to make
+    /// the window wider.
+    [[nodiscard]] int textsWidth() const;
+    [[nodiscard]] int buttonsWidth() const;
+    void arrange();
+
     ContentView& state_;
     TextLabel summary_;
     TextLabel privacy_;

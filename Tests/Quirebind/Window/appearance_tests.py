@@ -6,6 +6,7 @@ saved are for people to look at."""
 
 import unittest
 
+from driver import documents
 from driver.geometry import Rect
 from driver.picture import Colour, Picture
 from window_test_case import WindowTestCase
@@ -53,10 +54,10 @@ class Density:
     class TestCase(AppearanceTestCase):
 
         def test_everything_keeps_its_size_and_is_sharp(self) -> None:
-            scale = self.desktop.dpi / 96
+            scale = self.desktop.scale
             self.assertEqual(self.program.geometry().size, (940 * scale, 640 * scale))
             self.show_everything()
-            self.picture().save(f"{self.desktop.dpi}-dpi")
+            self.picture().save(f"{self.desktop.dpi}-dpi-times-{self.desktop.factor}")
             parts = self.parts()
             for region, width in (("header", 940), ("sidebar", 360), ("preview", 579),
                                   ("merge bar", 940)):
@@ -68,6 +69,22 @@ class Density:
                 with self.subTest(name):
                     self.assertAlmostEqual(parts[name].height / scale / font, lines, delta=0.15)
             self.assertLess(self.softness(self.icon()), 1.4)
+
+        def test_pages_are_drawn_for_this_density(self) -> None:
+            # Lines of two pixels and gaps of two: they would run into one another on a page that
+            # was drawn smaller, and enlarged.
+            page = (self.region("preview").width - 44 * self.desktop.scale) / 200
+            documents.comb_pdf(self.documents / "comb.pdf", 4 / page)
+            self.add(self.documents / "comb.pdf")
+            middle = self.region("preview").centre
+            area = Rect(middle.x - 100, middle.y - 5, 200, 10)
+
+            def drawn() -> bool:
+                picture = Picture.of(self.desktop, area)
+                black = picture.count_close_to((0, 0, 0), 60)
+                white = picture.count_close_to((255, 255, 255), 60)
+                return min(black, white) > 0.25 * area.width * area.height
+            self.expect(drawn, "black and white lines are to be told apart")
 
         def softness(self, icon: Picture) -> float:
             """How many pixels lie between the two colours of an icon where one becomes the other,
@@ -98,6 +115,34 @@ class At144(Density.TestCase):
 
 class At192(Density.TestCase):
     desktop_options = {"width": 2000, "height": 1440, "dpi": 192}
+
+
+class TwiceAsLarge(Density.TestCase):
+    """By QT_SCALE_FACTOR."""
+    desktop_options = {"width": 2000, "height": 1440, "factor": 2}
+
+
+class LargeLetters(AppearanceTestCase):
+    """Letters twice as large, and nothing else."""
+    desktop_options = {"width": 1366, "height": 768}
+    starts_program = False
+
+    def test_all_fits_on_a_small_screen(self) -> None:
+        # The toolkit has no setting of its own for this, but reads that of a desktop.
+        settings = self.documents / "settings" / "kdeglobals"
+        settings.parent.mkdir()
+        settings.write_text("[General]\nfont=Sans Serif,18,-1,5,50,0,0,0,0,0\n")
+        self.start_program(environment={"QT_QPA_PLATFORMTHEME": "kde", "KDE_SESSION_VERSION": "5",
+                                        "XDG_CONFIG_HOME": str(settings.parent)})
+        self.assertGreater(self.button("Add PDFs…").extents.height, 40)
+        self.show_everything()
+        self.program.move(0, 24)
+        least = self.program.resize(1, 1)
+        self.assertLessEqual(least.width, 1366)
+        self.assertLessEqual(least.height, 768 - 40)
+        self.expect(lambda: self.region("window").size == least, "it is as small as it gets")
+        self.parts()
+        self.picture().save("large-letters")
 
 
 class RightToLeft(AppearanceTestCase):

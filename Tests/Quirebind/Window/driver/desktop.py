@@ -92,7 +92,8 @@ _TOOLS = ("Xvfb", "openbox", "dbus-daemon", "setpriv", "xdotool", "wmctrl", "xpr
 
 
 class Desktop:
-    """A screen of `width` x `height` pixels, `dpi` dots an inch, from `with` to its end.
+    """A screen of `width` x `height` pixels, `dpi` dots an inch, from `with` to its end; programs draw
+    everything `factor` times as large besides.
 
         with Desktop() as desktop:
             program = Program(desktop, "quirebind")
@@ -105,10 +106,13 @@ class Desktop:
     tools: Sequence[str] = _TOOLS
     """What it needs of the machine."""
 
-    def __init__(self, width: int = 1400, height: int = 1000, dpi: int = 96) -> None:
+    def __init__(self, width: int = 1400, height: int = 1000, dpi: int = 96,
+                 factor: int = 1) -> None:
         self.width = width
         self.height = height
         self.dpi = dpi
+        self.factor = factor
+        self.scale = dpi / 96 * factor
         self.mark = uuid.uuid4().hex
         self.display = ""
         self.session_bus = ""
@@ -140,7 +144,7 @@ class Desktop:
             self._start_session_bus()
             # Trap: the accessibility bus has to be asked for *before* a program starts. Qt asks for
             # its address once, and does not wait for one that is only just being activated.
-            self._accessibility = AccessibilityBus(self.session_bus, self.dpi / 96)
+            self._accessibility = AccessibilityBus(self.session_bus, self.scale)
             self._start_window_manager()
         except BaseException:
             self.stop()
@@ -196,6 +200,8 @@ class Desktop:
             "DISPLAY": self.display,
             "GSETTINGS_BACKEND": "memory",
         })
+        if self.factor != 1:
+            environment["QT_SCALE_FACTOR"] = str(self.factor)
         if self.session_bus:
             environment["DBUS_SESSION_BUS_ADDRESS"] = self.session_bus
         environment.update(extra or {})

@@ -34,6 +34,17 @@ def simple_pdf(path: AnyPath, pages: int = 1, label: Optional[str] = None,
     _write(path, objects, "")
 
 
+def comb_pdf(path: AnyPath, period: float) -> None:
+    """A page of upright black lines, one every `period` points, as wide as what is between them."""
+    lines = " ".join(f"{20 + number * period:.3f} 0 {period / 2:.3f} 300 re"
+                     for number in range(int(160 / period)))
+    content = f"0 g {lines} f"
+    _write(path, ["<< /Type /Catalog /Pages 2 0 R >>",
+                  "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
+                  "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 200 300] /Contents 4 0 R >>",
+                  f"<< /Length {len(content)} >>\nstream\n{content}\nendstream"], "")
+
+
 def linked_pdf(path: AnyPath) -> None:
     """Three pages; the first has a link to the last across the middle."""
     pages = ["<< /Type /Page /Parent 2 0 R /MediaBox [0 0 200 300] >>"] * 3

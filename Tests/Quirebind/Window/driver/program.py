@@ -237,7 +237,7 @@ class Program:
                      message="the window manager has dealt with the request")
         placed = self.geometry(window)
         # The window itself learns of it a moment later; where it is scaled, it rounds.
-        wait_for(lambda: all(abs(a - b) <= self.desktop.dpi / 96
+        wait_for(lambda: all(abs(a - b) <= self.desktop.scale
                              for a, b in zip(self.frames()[0].extents, placed)),
                  message=f"the window is where it was placed, {placed}")
         return self.geometry(window)
