@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QFontMetrics>
 #include <QPainter>
+#include <QStyle>
 
 #include "Quirebind/Views/Colours.h"
 #include "Quirebind/Views/Texts.h"
@@ -26,9 +27,14 @@ ActivityIndicator::ActivityIndicator() {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     timer_.setInterval(kMillisecondsAStep);
     connect(&timer_, &QTimer::timeout, this, [this] {
+        if (!mayMove()) timer_.stop();
         step_ = (step_ + 1) % kSpokes;
         update();
     });
+}
+
+bool ActivityIndicator::mayMove() const {
+    return style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this) > 0;
 }
 
 QSize ActivityIndicator::sizeHint() const {
@@ -44,7 +50,7 @@ void ActivityIndicator::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(QRectF(rect()).center());
     for (int spoke = 0; spoke < kSpokes; ++spoke) {
-        const int age = (step_ - spoke + kSpokes) % kSpokes;
+        const int age = timer_.isActive() ? (step_ - spoke + kSpokes) % kSpokes : 0;
         painter.setPen(
             QPen(mix(text, window, 0.7 - 0.075 * age), radius * 0.22, Qt::SolidLine, Qt::RoundCap));
         painter.save();
@@ -56,7 +62,7 @@ void ActivityIndicator::paintEvent(QPaintEvent*) {
 
 void ActivityIndicator::showEvent(QShowEvent* event) {
     QProgressBar::showEvent(event);
-    timer_.start();
+    if (mayMove()) timer_.start();
 }
 
 void ActivityIndicator::hideEvent(QHideEvent* event) {

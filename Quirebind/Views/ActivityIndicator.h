@@ -8,8 +8,9 @@
 
 namespace quirebind {
 
-/// Spins while something is going on of which nobody knows how long it takes. Says so to assistive
-/// technology as a progress bar without a value.
+/// Spins while something is going on of which nobody knows how long it takes, or stands still where
+/// the user wants nothing to move. Says so to assistive technology as a progress bar without a
+/// value.
 class ActivityIndicator : public QProgressBar {
  public:
     ActivityIndicator();
@@ -23,6 +24,8 @@ class ActivityIndicator : public QProgressBar {
     void hideEvent(QHideEvent* event) override;
 
  private:
+    [[nodiscard]] bool mayMove() const;
+
     QTimer timer_;
     int step_ = 0;
 };

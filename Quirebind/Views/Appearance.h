@@ -9,9 +9,11 @@
 
 namespace quirebind {
 
-/// Gives the whole application its look: the control style, and colours that follow the desktop
-/// between light and dark while the program runs. A palette that the platform's theme provides is
-/// kept, but for the accent. Main thread only.
+class ControlStyle;
+
+/// Gives the whole application its look: the control style, which moves nothing where the desktop
+/// says so, and colours that follow the desktop between light and dark while the program runs. A
+/// palette that the platform's theme provides is kept, but for the accent. Main thread only.
 class Appearance : public QObject {
     Q_OBJECT
 
@@ -23,11 +25,16 @@ class Appearance : public QObject {
     /// The desktop's portal tells of a change; the bus calls this by its name.
     Q_SLOT void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
     void apply();
-    void askDesktop();
+    void listen();
+    void askForScheme();
+    void askForMotion();
 
-    QPalette platform_;    // what the platform's theme provided
-    bool themed_ = false;  // whether it did
+    ControlStyle* style_ = nullptr;  // the application's
+    QPalette platform_;              // what the platform's theme provided
+    bool themed_ = false;            // whether it did
     bool prefersDark_ = false;
+    bool reducesMotion_ = false;
+    bool animates_ = true;
 };
 
 }  // namespace quirebind

@@ -3,6 +3,8 @@
 
 #include "Quirebind/Views/ControlStyle.h"
 
+#include <QApplication>
+#include <QFontMetrics>
 #include <QPainter>
 #include <QPainterPath>
 #include <QStyleFactory>
@@ -195,6 +197,11 @@ int ControlStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
             return kScrollBarExtent;
         case PM_ScrollBarSliderMin:
             return kShortestSlider;
+        case PM_ButtonIconSize:
+        case PM_SmallIconSize: {
+            const int usual = QProxyStyle::pixelMetric(metric, option, widget);
+            return std::max(usual, QFontMetrics(QApplication::font()).height() * 16 / 17);
+        }
         case PM_ButtonShiftHorizontal:
         case PM_ButtonShiftVertical:
             return 0;
@@ -210,6 +217,8 @@ int ControlStyle::styleHint(StyleHint hint, const QStyleOption* option, const QW
         case SH_EtchDisabledText:
         case SH_DitherDisabledText:
             return 0;
+        case SH_Widget_Animation_Duration:
+            return animated_ ? QProxyStyle::styleHint(hint, option, widget, result) : 0;
         default:
             return QProxyStyle::styleHint(hint, option, widget, result);
     }

@@ -13,6 +13,9 @@ class ControlStyle : public QProxyStyle {
  public:
     ControlStyle();
 
+    /// Whether anything may move that could stand still.
+    void setAnimated(bool animated) { animated_ = animated; }
+
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
@@ -28,6 +31,9 @@ class ControlStyle : public QProxyStyle {
                                   const QWidget* widget) const override;
     [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                                 QStyleHintReturn* result) const override;
+
+ private:
+    bool animated_ = true;
 };
 
 /// The property that makes a QPushButton the prominent one of its window.

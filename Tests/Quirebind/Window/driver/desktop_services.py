@@ -94,8 +94,8 @@ class FileManager(_Stub):
 
 
 class Portal(_Stub):
-    """org.freedesktop.portal.Desktop: opening folders, and the colour scheme (0 none preferred,
-    1 dark, 2 light)."""
+    """org.freedesktop.portal.Desktop: opening folders, the colour scheme (0 none preferred, 1 dark,
+    2 light), and whether things may move."""
 
     def __init__(self, desktop: Desktop, behaviour: str = ANSWERS, colour_scheme: int = 0) -> None:
         super().__init__(desktop, "portal", behaviour)
@@ -111,3 +111,9 @@ class Portal(_Stub):
         before = len(self.calls("scheme"))
         self._tell(f"scheme {scheme}")
         wait_for(lambda: len(self.calls("scheme")) > before, message="the portal has changed it")
+
+    def set_animations(self, enabled: bool) -> None:
+        """Changes whether things may move, and tells all programs."""
+        before = len(self.calls("animations"))
+        self._tell(f"animations {int(enabled)}")
+        wait_for(lambda: len(self.calls("animations")) > before, message="the portal has changed it")

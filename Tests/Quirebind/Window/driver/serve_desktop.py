@@ -20,6 +20,7 @@ import dbus.service
 from gi.repository import GLib
 
 _APPEARANCE = "org.freedesktop.appearance"
+_INTERFACE = "org.gnome.desktop.interface"
 _OPEN_URI = "org.freedesktop.portal.OpenURI"
 _REQUEST = "org.freedesktop.portal.Request"
 _SETTINGS = "org.freedesktop.portal.Settings"
@@ -65,6 +66,7 @@ class Portal(Service):
     """org.freedesktop.portal.Desktop: OpenURI.OpenDirectory and Settings."""
 
     scheme = 0
+    animations = True
 
     @dbus.service.method(_OPEN_URI, in_signature="sha{sv}", out_signature="o",
                          sender_keyword="sender", async_callbacks=("reply", "fail"))
@@ -107,6 +109,12 @@ class Portal(Service):
         raise dbus.DBusException("no such property",
                                  name="org.freedesktop.DBus.Error.UnknownProperty")
 
+    def change_animations(self, enabled: bool) -> None:
+        """Sets whether things may move."""
+        self.animations = enabled
+        self.SettingChanged(_INTERFACE, "enable-animations", dbus.Boolean(enabled))
+        self.note("animations", enabled=enabled)
+
     def change(self, scheme: int) -> None:
         """Sets the colour scheme."""
         self.scheme = scheme
@@ -115,6 +123,9 @@ class Portal(Service):
 
     def _read(self, namespace: str, key: str, reply: Any, fail: Any, levels: int) -> None:
         self.note("Read", namespace=str(namespace), key=str(key))
+        if (namespace, key) == (_INTERFACE, "enable-animations"):
+            self.answer(reply, fail, dbus.Boolean(self.animations, variant_level=levels))
+            return
         if (namespace, key) != (_APPEARANCE, "color-scheme"):
             fail(dbus.DBusException("Requested setting not found",
                                     name="org.freedesktop.portal.Error.NotFound"))
@@ -139,7 +150,11 @@ def main() -> None:
         if not line:
             loop.quit()
         elif isinstance(service, Portal):
-            service.change(int(line.split()[1]))
+            what, value = line.split()
+            if what == "scheme":
+                service.change(int(value))
+            else:
+                service.change_animations(value == "1")
         return bool(line)
 
     GLib.io_add_watch(0, GLib.PRIORITY_DEFAULT, GLib.IO_IN | GLib.IO_HUP, told)
