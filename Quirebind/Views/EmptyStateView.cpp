@@ -3,9 +3,18 @@
 
 #include "Quirebind/Views/EmptyStateView.h"
 
+#include <QResizeEvent>
+#include <algorithm>
+
 #include "Quirebind/Views/Layout.h"
 
 namespace quirebind {
+
+namespace {
+
+constexpr int kNarrowest = 300;  // no region is; but what is not laid out yet has some width, too
+
+}  // namespace
 
 EmptyStateView::EmptyStateView(const QString& symbolName, const QString& title,
                                const QString& description)
@@ -23,6 +32,17 @@ EmptyStateView::EmptyStateView(const QString& symbolName, const QString& title,
                                       layout::column(8, layout::kStretch,
                                                      layout::Aligned{symbol_, Qt::AlignHCenter},
                                                      title_, description_, layout::kStretch)));
+}
+
+QSize EmptyStateView::minimumSizeHint() const {
+    const QSize least = QWidget::minimumSizeHint();
+    return {least.width(), std::max(least.height(), heightForWidth(std::max(width(), kNarrowest)))};
+}
+
+void EmptyStateView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    // What is around it does not ask for a height that goes with a width.
+    if (event->size().width() != event->oldSize().width()) updateGeometry();
 }
 
 }  // namespace quirebind

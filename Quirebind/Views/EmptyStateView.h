@@ -17,6 +17,12 @@ class EmptyStateView : public QWidget {
  public:
     EmptyStateView(const QString& symbolName, const QString& title, const QString& description);
 
+    /// As high as its texts need to be at the width that it has.
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+ protected:
+    void resizeEvent(QResizeEvent* event) override;
+
  private:
     SymbolView symbol_;
     TextLabel title_;
