@@ -22,7 +22,7 @@ constexpr int kTextWidth = 400;
 
 ErrorAlert::Message::Message() : label_(TextStyle::body) {
     label_.setWordWrap(true);
-    label_.setAlignment(Qt::AlignLeading | Qt::AlignTop);
+    label_.setAlignment((label_.alignment() & Qt::AlignHorizontal_Mask) | Qt::AlignTop);
     label_.setTextInteractionFlags(Qt::TextSelectableByMouse);
     setAccessibleRole(*this, QAccessible::Paragraph);
     setAccessibleName(text::alertTitle());

@@ -63,7 +63,7 @@ void TextLabel::changeEvent(QEvent* event) {
 
 void TextLabel::align() {
     const auto side = layoutDirection() == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
-    setAlignment(Qt::AlignAbsolute | Qt::AlignVCenter | side);
+    setAlignment(Qt::AlignAbsolute | (alignment() & Qt::AlignVertical_Mask) | side);
 }
 
 void TextLabel::restyle() {

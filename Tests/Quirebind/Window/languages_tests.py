@@ -64,6 +64,19 @@ class Languages(WindowTestCase):
         assert ink is not None, "the name is not to be seen"
         self.assertLessEqual(name.right - ink.right, 4)
 
+    def test_an_english_message_stands_below_the_hebrew_title(self) -> None:
+        self.open("he")
+        self.drop([self.documents / "missing.pdf"], on=self.window.extents.centre)
+        alert = self.expect(lambda: self.dialogs()[0], "the alert shows")
+        seen = 0
+        for label in alert.find_all("label"):
+            area = label.extents
+            ink = Picture.of(self.desktop, area).bounds_of((0x1b, 0x1f, 0x23), 60)
+            assert ink is not None, f"“{label.name}” is not to be seen"
+            self.assertLessEqual(area.right - ink.right, 4, label.name)
+            seen += 1
+        self.assertEqual(seen, 2)
+
     def test_who_reads_english_first_is_not_given_another(self) -> None:
         self.open("en_GB:de_DE")
         self.expect_button("Add PDFs…")
