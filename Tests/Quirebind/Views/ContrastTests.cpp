@@ -11,6 +11,7 @@
 #include <QStyleFactory>
 #include <QTimer>
 #include <memory>
+#include <ostream>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -33,6 +34,10 @@ using viewtest::ShownWindow;
 struct Scheme {
     const char* name;
     QPalette palette;
+
+    friend std::ostream& operator<<(std::ostream& out, const Scheme& scheme) {
+        return out << scheme.name;
+    }
 };
 
 /// What a desktop's theme would provide.
