@@ -130,11 +130,11 @@ void Appearance::askForMotion() {
             std::make_unique<QDBusPendingCallWatcher>(bus.asyncCall(questionFor(of, key)), this);
         connect(
             watcher.get(), &QDBusPendingCallWatcher::finished, this,
-            [this, of = of, key = key](QDBusPendingCallWatcher* answered) {
+            [this, inGroup = of, asked = key](QDBusPendingCallWatcher* answered) {
                 const QDBusMessage answer = answered->reply();
                 answered->deleteLater();
                 if (answer.type() == QDBusMessage::ReplyMessage && !answer.arguments().isEmpty())
-                    settingChanged(of, key, QDBusVariant(answer.arguments().constFirst()));
+                    settingChanged(inGroup, asked, QDBusVariant(answer.arguments().constFirst()));
             });
         handOver(std::move(watcher));  // it deletes itself
     }

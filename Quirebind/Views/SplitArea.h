@@ -19,6 +19,10 @@ class SplitArea : public QWidget {
     /// `leading` keeps its width when the window is resized, `trailing` takes the rest. All must
     /// outlive this.
     SplitArea(ContentView& state, QWidget& leading, QWidget& trailing);
+    SplitArea(const SplitArea&) = delete;
+    SplitArea& operator=(const SplitArea&) = delete;
+    SplitArea(SplitArea&&) = delete;
+    SplitArea& operator=(SplitArea&&) = delete;
     ~SplitArea() override;
 
     void redraw();

@@ -66,7 +66,7 @@ class ContrastInTheWindow : public testing::TestWithParam<Scheme> {
         QApplication::setStyle(std::make_unique<ControlStyle>().release());
         QApplication::setPalette(accented(GetParam().palette));
     }
-    ~ContrastInTheWindow() override {
+    void TearDown() override {
         QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
         QApplication::setPalette(QApplication::style()->standardPalette());
     }

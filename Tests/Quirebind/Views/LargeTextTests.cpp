@@ -46,7 +46,7 @@ class LargeText : public testing::TestWithParam<const char*> {
         QApplication::installTranslator(&texts_);
         if (language == "ar" || language == "he") QApplication::setLayoutDirection(Qt::RightToLeft);
     }
-    ~LargeText() override {
+    void TearDown() override {
         QApplication::removeTranslator(&texts_);
         QApplication::setLayoutDirection(Qt::LeftToRight);
         QApplication::setFont(font_);

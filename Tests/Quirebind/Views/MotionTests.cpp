@@ -27,7 +27,9 @@ class Motion : public testing::Test {
         style_ = style.get();
         QApplication::setStyle(style.release());
     }
-    ~Motion() override { QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion"))); }
+    void TearDown() override {
+        QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    }
 
     void allow(bool motion) { style_->setAnimated(motion); }
 
