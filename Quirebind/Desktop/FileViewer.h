@@ -19,6 +19,8 @@ namespace quirebind {
 ///  2. the desktop portal, which is what a confined program has (org.freedesktop.portal.OpenURI),
 ///  3. whatever opens the folder.
 ///
+/// On macOS the Finder shows them.
+///
 /// Main thread only; attempts end with this object.
 class FileViewer {
  public:

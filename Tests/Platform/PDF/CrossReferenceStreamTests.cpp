@@ -4,6 +4,8 @@
 // Cross-reference streams (ISO 32000-2, 7.5.8) with all the freedom that their dictionaries give.
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -82,6 +84,22 @@ TEST(CrossReferenceStream, listsNothingWhereTheTypeIsUnknown) {
     const std::string merged = bench.mergeFixture(text);
     expectSound(merged, 1);
     EXPECT_EQ(everyObject(merged).find("Helvetica"), std::string::npos);
+}
+
+// The offset leads from the header, past the largest number that there is, to the file's beginning.
+TEST(CrossReferenceStream, doesNotLeadToWhatIsBeforeTheHeader) {
+    const Bench bench;
+    const std::string junk =
+        "5 0 obj\n<< /Type /Font /Subtype /Type1 /BaseFont /Courier >>\nendobj\n";
+    const std::string offset =
+        std::to_string(std::numeric_limits<std::uint64_t>::max() - junk.size() + 1);
+    const std::string text = replaced(withStream("W=1,8,2"), "{{xrefstream",
+                                      "{{entry 5 1 " + offset + " 0}}\n{{xrefstream");
+    const std::string merged = bench.mergeFixture(junk + text);
+    expectSound(merged, 1);
+    const std::string all = everyObject(merged);
+    EXPECT_EQ(all.find("Courier"), std::string::npos);
+    EXPECT_NE(all.find("Helvetica"), std::string::npos);
 }
 
 // Nothing can be learnt from them, but the objects that they should list are all in the file.
