@@ -117,7 +117,8 @@ void SplitArea::redraw() {
 
 void SplitArea::dragEnterEvent(QDragEnterEvent* event) {
     event->ignore();
-    if (fileURLs(*event->mimeData()).empty()) return;
+    const QMimeData& dragged = *event->mimeData();
+    if (fileURLs(dragged).empty() && !FileTransfer::isNeeded(dragged)) return;
     state_.setTargeted(true);
     accept(*event);
 }
@@ -132,9 +133,14 @@ void SplitArea::dragLeaveEvent(QDragLeaveEvent*) {
 
 void SplitArea::dropEvent(QDropEvent* event) {
     event->ignore();
-    const std::vector<URL> urls = fileURLs(*event->mimeData());
+    const QMimeData& dragged = *event->mimeData();
     state_.setTargeted(false);
-    if (state_.drop(urls)) accept(*event);
+    if (!FileTransfer::isNeeded(dragged)) {
+        if (state_.drop(fileURLs(dragged))) accept(*event);
+    } else if (!state_.merging()) {
+        transfer_.retrieve(dragged, [this](const auto& urls) { (void)state_.drop(urls); });
+        accept(*event);
+    }
 }
 
 }  // namespace quirebind

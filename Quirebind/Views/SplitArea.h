@@ -6,6 +6,7 @@
 #include <QSplitter>
 #include <QWidget>
 
+#include "Quirebind/Desktop/FileTransfer.h"
 #include "Quirebind/Views/DropHighlight.h"
 
 namespace quirebind {
@@ -40,6 +41,7 @@ class SplitArea : public QWidget {
     };
 
     ContentView& state_;
+    FileTransfer transfer_;
     Splitter splitter_;
     DropHighlight highlight_;
 };

@@ -7,8 +7,9 @@
 //     window_drag_source X Y FILE
 //
 // stands at the point (X, Y) of the screen. A drag that begins on it carries the bytes of FILE, as
-// they are at that moment, as text/uri-list. When the drag is over, what became of it is written to
-// standard output, a line each: "copy", "move", "link" or "none".
+// they are at that moment, as text/uri-list; where they begin with "key:", what follows is the key
+// under which the desktop's portal has the files, and the list is empty. When the drag is over,
+// what became of it is written to standard output, a line each: "copy", "move", "link" or "none".
 
 #include <memory>
 #include <utility>
@@ -25,6 +26,8 @@
 namespace {
 
 constexpr auto kUriList = "text/uri-list";
+constexpr auto kTransferKey = "application/vnd.portal.filetransfer";
+constexpr auto kKeyFollows = "key:";
 
 /// Delivers the bytes as they are: QMimeData itself would take them apart into QUrls and put them
 /// together again, which changes a URI that is not as Qt would write it.
@@ -79,7 +82,7 @@ class DragSource : public QWidget {
         dragging_ = true;
         // Qt owns the drag and deletes it; the drag owns its data.
         QDrag* const drag = std::make_unique<QDrag>(this).release();
-        drag->setMimeData(std::make_unique<RawURIList>(read()).release());
+        drag->setMimeData(dragged().release());
         // The usual picture below the pointer would be in the way of looking at the pixels there.
         QPixmap invisible(1, 1);
         invisible.fill(Qt::transparent);
@@ -91,6 +94,14 @@ class DragSource : public QWidget {
     }
 
  private:
+    [[nodiscard]] std::unique_ptr<QMimeData> dragged() const {
+        const QByteArray bytes = read();
+        if (!bytes.startsWith(kKeyFollows)) return std::make_unique<RawURIList>(bytes);
+        auto keyed = std::make_unique<QMimeData>();
+        keyed->setData(kTransferKey, bytes.mid(QByteArray(kKeyFollows).size()));
+        return keyed;
+    }
+
     [[nodiscard]] QByteArray read() const {
         QFile file(path_);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();

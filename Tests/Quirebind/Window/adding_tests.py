@@ -11,6 +11,7 @@ from typing import Callable
 
 from driver import documents
 from driver.accessibility import Accessible
+from driver.desktop_services import ANSWERS, Documents, REFUSES
 from driver.drag_source import file_uri
 from driver.picture import Colour
 from window_test_case import WindowTestCase
@@ -206,6 +207,17 @@ class Drops(WindowTestCase):
         file = file_uri(self.pdf("a.pdf")).encode() + b"\r\n"
         self.assertEqual(self.drop(b"# two\r\n" + link + file, on="preview"), "copy")
         self.expect_rows(["a.pdf, 1 pages"])
+
+    def test_files_that_only_the_portal_knows_are_asked_for(self) -> None:
+        paths = [self.pdf("b.pdf"), self.pdf("a.pdf", 2)]
+        key = b"key:" + b"\n".join(os.fsencode(path) for path in paths)
+        self.assertEqual(self.drop(key, on="preview"), "copy")
+        self.expect_rows([])  # nobody answers here
+        for behaviour, listed in ((REFUSES, []), (ANSWERS, ["b.pdf, 1 pages", "a.pdf, 2 pages"])):
+            with Documents(self.desktop, behaviour) as portal:
+                self.assertEqual(self.drop(key, on="preview"), "copy")
+                self.expect(lambda: portal.calls("RetrieveFiles"), "the portal is asked")
+                self.expect_rows(listed)
 
     def test_a_window_takes_no_files_while_something_is_asked_in_front_of_it(self) -> None:
         documents.damaged_pdf(self.documents / "damaged.pdf")

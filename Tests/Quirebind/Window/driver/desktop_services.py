@@ -93,6 +93,13 @@ class FileManager(_Stub):
         return [Shown(call["uris"], call["startup_id"]) for call in self.calls("ShowItems")]
 
 
+class Documents(_Stub):
+    """org.freedesktop.portal.Documents, which has the files of a drag for confined programs."""
+
+    def __init__(self, desktop: Desktop, behaviour: str = ANSWERS) -> None:
+        super().__init__(desktop, "documents", behaviour)
+
+
 class Portal(_Stub):
     """org.freedesktop.portal.Desktop: opening folders, the colour scheme (0 none preferred, 1 dark,
     2 light), and whether things may move."""

@@ -3,7 +3,7 @@
 
 """The process behind desktop_services.py:
 
-    serve_desktop.py file-manager|portal answers|answers-after-SECONDS|refuses|hangs RECORD
+    serve_desktop.py file-manager|portal|documents answers|answers-after-SECONDS|refuses|hangs RECORD
 
 writes a line of JSON to the file RECORD for each call, and for each line it is told on standard
 input.
@@ -21,6 +21,7 @@ from gi.repository import GLib
 
 _APPEARANCE = "org.freedesktop.appearance"
 _INTERFACE = "org.gnome.desktop.interface"
+_FILE_TRANSFER = "org.freedesktop.portal.FileTransfer"
 _OPEN_URI = "org.freedesktop.portal.OpenURI"
 _REQUEST = "org.freedesktop.portal.Request"
 _SETTINGS = "org.freedesktop.portal.Settings"
@@ -60,6 +61,17 @@ class FileManager(Service):
     def ShowItems(self, uris: Any, startup_id: Any, reply: Any, fail: Any) -> None:
         self.note("ShowItems", uris=[str(uri) for uri in uris], startup_id=str(startup_id))
         self.answer(reply, fail)
+
+
+class Documents(Service):
+    """org.freedesktop.portal.Documents: FileTransfer.RetrieveFiles. The key is the list of the
+    files' paths, a line each."""
+
+    @dbus.service.method(_FILE_TRANSFER, in_signature="sa{sv}", out_signature="as",
+                         async_callbacks=("reply", "fail"))
+    def RetrieveFiles(self, key: Any, options: Any, reply: Any, fail: Any) -> None:
+        self.note("RetrieveFiles", key=str(key))
+        self.answer(reply, fail, dbus.Array(str(key).splitlines(), signature="s"))
 
 
 class Portal(Service):
@@ -140,6 +152,9 @@ def main() -> None:
     if kind == "file-manager":
         name = dbus.service.BusName("org.freedesktop.FileManager1", bus, do_not_queue=True)
         service = FileManager(bus, "/org/freedesktop/FileManager1", behaviour, record)
+    elif kind == "documents":
+        name = dbus.service.BusName("org.freedesktop.portal.Documents", bus, do_not_queue=True)
+        service = Documents(bus, "/org/freedesktop/portal/documents", behaviour, record)
     else:
         name = dbus.service.BusName("org.freedesktop.portal.Desktop", bus, do_not_queue=True)
         service = Portal(bus, "/org/freedesktop/portal/desktop", behaviour, record)
