@@ -57,7 +57,9 @@ class Result(NamedTuple):
         peers = [figures for figures in self.figures() if figures.tool not in (OURS, FLOOR)]
         whole = [figures for figures in peers if not figures.failure]
         # A peer that failed might have been faster had it not; nothing can be said of it.
-        late = [figures for figures in peers if figures.stopped]
+        # Neither can be said how much CPU a stopped script's own program had taken.
+        late = [figures for figures in peers
+                if figures.stopped and figures.cpu > figures.wall / 2]
         if not whole and not late:
             return None
         best = min(whole or late, key=lambda figures: figures.cpu)

@@ -63,7 +63,9 @@ def _bar(figures: Figures, axis: _Axis, y: float) -> list[str]:
     left = axis.x(axis.ticks()[0])
     if figures.failure and not figures.stopped:
         return [_text(left + 4, y + 10, f"{figures.tool}: {_short(figures.failure)}", "start", 10)]
-    right = axis.x(max(figures.cpu, axis.ticks()[0]))
+    # Of a stopped script it is not known how much its own program had taken.
+    taken = figures.wall if figures.stopped else figures.cpu
+    right = axis.x(max(taken, axis.ticks()[0]))
     label = figures.failure or seconds(figures.cpu)
     # What was stopped would have gone on.
     faint = " fill-opacity='0.4'" if figures.stopped else ""
