@@ -143,7 +143,12 @@ inline constexpr std::size_t kScannedObjects = std::size_t{1} << 24U;
 /// The longest object that such a scan recognises, without the body of a stream.
 inline constexpr std::size_t kScannedValue = std::size_t{16} << 20U;
 
-/// What a source may keep in memory of its file and of its decoded object streams, each.
+/// What a source keeps in memory of a large file that is read from front to back: more would not
+/// fit into the caches of a processor.
+inline constexpr std::size_t kWindowBytes = std::size_t{2} << 20U;
+
+/// What a source may keep in memory of a file that is read in any order, and of its decoded object
+/// streams, each.
 inline constexpr std::size_t kResidentBytes = std::size_t{16} << 20U;
 
 }  // namespace quirebind::limits

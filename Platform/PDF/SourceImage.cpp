@@ -21,6 +21,21 @@ namespace {
 /// Files up to this size are read at once.
 constexpr std::uint64_t kSmallFile = std::uint64_t{256} << 10U;
 
+/// The system is given memory back in multiples of this, which is one of any page size.
+constexpr std::size_t kPage = std::size_t{64} << 10U;
+
+/// Lets the system have the memory of these bytes, but for that which others may have a part in.
+void giveBack(std::span<char> bytes) {
+#if defined(__linux__)
+    void* from = bytes.data();
+    std::size_t space = bytes.size();
+    if (std::align(kPage, kPage, from, space) != nullptr)
+        (void)::madvise(from, space / kPage * kPage, MADV_DONTNEED);
+#else
+    (void)bytes;
+#endif
+}
+
 bool sameTime(const struct stat& a, const struct stat& b) {
 #if defined(__APPLE__)
     const struct timespec& x = a.st_mtimespec;
@@ -55,15 +70,17 @@ SourceImage::SourceImage(FileSystem& files, FileDescriptor file, const struct st
       file_(std::move(file)),
       opened_(status),
       fileSize_(static_cast<std::uint64_t>(std::max<off_t>(status.st_size, 0))) {
-    if (fileSize_ > std::numeric_limits<std::size_t>::max() / 2) throw std::bad_alloc();
+    if (fileSize_ > std::numeric_limits<std::size_t>::max() / 4) throw std::bad_alloc();
     const auto size = static_cast<std::size_t>(fileSize_);
-    bytes_ = std::make_unique_for_overwrite<char[]>(size);
+    if (size > limits::kWindowBytes) window_ = (size + kPage - 1) / kPage * kPage;
+    bytes_ = std::make_unique_for_overwrite<char[]>(window_ + size);
     if (fileSize_ <= kSmallFile) {
         readFully(0, {bytes_.get(), size});
         resident_ = size;
         readyEnd_ = size;
     }
     loaded_.assign((size + kBlock - 1) / kBlock, fileSize_ <= kSmallFile);
+    seen_ = loaded_;
 }
 
 std::uint64_t SourceImage::storedBytes() const {
@@ -93,7 +110,7 @@ std::string_view SourceImage::fetch(std::uint64_t offset, std::size_t length) {
     while (end < loaded_.size() && end - first < kReadAhead && loaded_[end]) ++end;
     readyBegin_ = first * kBlock;
     readyEnd_ = std::min(end * kBlock, static_cast<std::size_t>(fileSize_));
-    return {&bytes_[begin], std::min(end * kBlock - begin, all)};
+    return {at(begin), std::min(end * kBlock - begin, all)};
 }
 
 void SourceImage::load(std::size_t firstBlock, std::size_t endBlock) {
@@ -111,7 +128,13 @@ void SourceImage::load(std::size_t firstBlock, std::size_t endBlock) {
         const std::size_t begin = block * kBlock;
         const std::size_t length =
             std::min(end * kBlock, static_cast<std::size_t>(fileSize_)) - begin;
-        readFully(begin, {&bytes_[begin], length});
+        readFully(begin, {at(begin), length});
+        if (inSequence)
+            inSequence_ = block;
+        else if (seen_[block])
+            again_ += length;
+        std::fill(seen_.begin() + static_cast<std::ptrdiff_t>(block),
+                  seen_.begin() + static_cast<std::ptrdiff_t>(end), true);
         std::fill(loaded_.begin() + static_cast<std::ptrdiff_t>(block),
                   loaded_.begin() + static_cast<std::ptrdiff_t>(end), true);
         resident_ += length;
@@ -128,7 +151,7 @@ void SourceImage::copy(std::uint64_t offset, std::span<char> into) {
     const auto last =
         loaded_.begin() + static_cast<std::ptrdiff_t>((begin + into.size() - 1) / kBlock + 1);
     if (std::find(first, last, false) == last)
-        std::memcpy(into.data(), &bytes_[begin], into.size());
+        std::memcpy(into.data(), at(begin), into.size());
     else
         readFully(begin, into);
 }
@@ -144,17 +167,17 @@ void SourceImage::readFully(std::uint64_t fileOffset, std::span<char> into) {
 }
 
 void SourceImage::trim() {
-    if (resident_ <= limits::kResidentBytes) return;
-#if defined(__linux__)
-    // The pages in the middle go back to the system; both ends may share theirs with others.
-    void* from = &bytes_[0];
-    auto space = static_cast<std::size_t>(fileSize_);
-    constexpr std::size_t kPage = std::size_t{64} << 10U;  // a multiple of any page size
-    if (std::align(kPage, kPage, from, space) != nullptr)
-        (void)::madvise(from, space / kPage * kPage, MADV_DONTNEED);
-#endif
+    if (resident_ <= kept_ || window_ == 0) return;
+    const std::span<char> all(bytes_.get(), window_ + static_cast<std::size_t>(fileSize_));
+    giveBack(all.first(window_));
+    giveBack(all.subspan(window_ + limits::kWindowBytes));
+    shift_ = window_ - inSequence_ * kBlock;
     loaded_.assign(loaded_.size(), false);
+    // Where the objects of a file are in another order than its pages, it is read here and there,
+    // and over and over again: less often, if more of it is kept.
+    if (again_ > resident_ / 4) kept_ = std::min(2 * kept_, limits::kResidentBytes);
     resident_ = 0;
+    again_ = 0;
     readyBegin_ = 0;
     readyEnd_ = 0;
 }

@@ -17,6 +17,7 @@
 #include "Platform/Files/FileDescriptor.h"
 #include "Platform/Files/URL.h"
 #include "Platform/PDF/ByteSource.h"
+#include "Platform/PDF/Limits.h"
 
 namespace quirebind {
 
@@ -24,6 +25,14 @@ namespace quirebind {
 /// read when it is first looked at. (A mapping of the file would raise a signal when somebody
 /// shortens it meanwhile.) Small files are read in one go; of large ones the bodies of streams are
 /// never held here but go straight to where they are wanted, through `copy`.
+///
+/// Of a large file, what is read after a `trim` takes the memory of what was read before it, since
+/// being given fresh memory costs more than reading into it. Memory is as large as the file twice
+/// over, of which only what is touched takes room; every byte of the file is where it belongs from
+/// one `trim` to the next:
+///
+///     memory         |    ......    | window |    ......    |
+///     the file           | ........ | next to be read | .... |
 ///
 /// Offsets count from the origin, which is where the PDF header stands. Every function that reads
 /// throws DamagedDocument when the file cannot be read or has become shorter. Used by one thread.
@@ -54,7 +63,7 @@ class SourceImage final : public ByteSource {
         if (offset < readyEnd_ && begin >= readyBegin_ && begin < readyEnd_ &&
             length <= readyEnd_ - begin)
             return {
-                &bytes_[static_cast<std::size_t>(begin)],
+                at(static_cast<std::size_t>(begin)),
                 std::min(readyEnd_ - static_cast<std::size_t>(begin), std::max(length, kAhead))};
         return fetch(offset, length);
     }
@@ -78,6 +87,9 @@ class SourceImage final : public ByteSource {
 
     SourceImage(FileSystem& files, FileDescriptor file, const struct stat& status);
 
+    /// Where in memory a byte of the file is to be; `fileOffset` is less than the size of the file.
+    [[nodiscard]] char* at(std::size_t fileOffset) const { return &bytes_[fileOffset + shift_]; }
+
     [[nodiscard]] std::string_view fetch(std::uint64_t offset, std::size_t length);
     void load(std::size_t firstBlock, std::size_t endBlock);
     void readFully(std::uint64_t fileOffset, std::span<char> into);
@@ -87,10 +99,16 @@ class SourceImage final : public ByteSource {
     struct stat opened_;
     std::uint64_t fileSize_;
     std::uint64_t origin_ = 0;
-    std::unique_ptr<char[]> bytes_;  // fileSize_ of them; untouched pages cost nothing
+    std::unique_ptr<char[]> bytes_;  // untouched pages cost nothing
+    std::size_t window_ = 0;         // where in them the window begins, 0 where it never moves
+    std::size_t shift_ = 0;          // from offsets of the file to those of `bytes_`, modulo 2^64
     std::vector<bool> loaded_;       // by block
-    std::size_t resident_ = 0;       // bytes loaded
-    std::size_t readyBegin_ = 0;     // where what was looked at last is loaded without a gap
+    std::vector<bool> seen_;         // by block: loaded now, or before it was given back
+    std::size_t resident_ = 0;       // bytes loaded since they were given back
+    std::size_t inSequence_ = 0;     // the last block before which there was another in memory
+    std::size_t kept_ = limits::kWindowBytes;  // what may be loaded before it is given back
+    std::size_t again_ = 0;       // how many of them not for the first time, nor in sequence
+    std::size_t readyBegin_ = 0;  // where what was looked at last is loaded without a gap
     std::size_t readyEnd_ = 0;
 };
 
