@@ -41,10 +41,10 @@ constexpr bool isDigit(char c) {
 /// the text's size where there is none.
 constexpr std::size_t skipWhite(std::string_view text, std::size_t at) {
     while (at < text.size()) {
-        if (text[at] == '%') {
-            while (at < text.size() && text[at] != '\n' && text[at] != '\r') ++at;
-        } else if (isWhite(text[at])) {
+        if (isWhite(text[at])) {
             ++at;
+        } else if (text[at] == '%') {
+            while (at < text.size() && text[at] != '\n' && text[at] != '\r') ++at;
         } else {
             break;
         }

@@ -101,6 +101,44 @@ std::string readTrailerDictionary(SourceImage& image, std::uint64_t offset, Work
     }
 }
 
+namespace {
+
+/// An entry of a classic table.
+struct TableEntry {
+    std::uint64_t offset = 0;
+    std::uint64_t generation = 0;
+    bool inUse = false;
+};
+
+constexpr std::size_t kUsualEntry = 20;
+
+/// The number that all of these bytes are the digits of.
+std::optional<std::uint64_t> wholeNumber(std::string_view digits) {
+    std::uint64_t number = 0;
+    for (const char c : digits) {
+        if (!isDigit(c)) return std::nullopt;
+        number = number * 10 + static_cast<std::uint64_t>(c - '0');
+    }
+    return number;
+}
+
+/// The entry that `text` begins with, if it is written as it should be (ISO 32000-2, 7.5.4):
+/// 20 bytes, of which two are the end of the line. Nearly all are.
+///
+///     nnnnnnnnnn ggggg n
+std::optional<TableEntry> usualEntry(std::string_view text) {
+    if (text.size() < kUsualEntry || text[10] != ' ' || text[16] != ' ') return std::nullopt;
+    if (text[17] != 'n' && text[17] != 'f') return std::nullopt;
+    const std::string_view end = text.substr(18, 2);
+    if (end != " \n" && end != " \r" && end != "\r\n") return std::nullopt;
+    const auto offset = wholeNumber(text.substr(0, 10));
+    const auto generation = wholeNumber(text.substr(11, 5));
+    if (!offset || !generation) return std::nullopt;
+    return TableEntry{*offset, *generation, text[17] == 'n'};
+}
+
+}  // namespace
+
 /// Reads a classic table token by token, fetching the file as it goes.
 class TableCursor {
  public:
@@ -121,6 +159,25 @@ class TableCursor {
         return true;
     }
 
+    /// Reads an entry and moves behind its line.
+    TableEntry entry() {
+        toToken();
+        if (const auto usual = usualEntry(text_.substr(at_))) {
+            at_ += kUsualEntry;
+            return *usual;
+        }
+        TableEntry entry;
+        if (!number(entry.offset) || !number(entry.generation))
+            throw DamagedDocument("a broken cross-reference entry");
+        entry.inUse = keyword("n");
+        if (!entry.inUse && !keyword("f")) throw DamagedDocument("a broken cross-reference entry");
+        skipRemark();
+        return entry;
+    }
+
+    [[nodiscard]] std::uint64_t offset() const { return offset_ + at_; }
+
+ private:
     /// Passes over what some writers remark behind an entry, up to the end of its line.
     void skipRemark() {
         while (at_ < text_.size() && (text_[at_] == ' ' || text_[at_] == '\t')) ++at_;
@@ -133,9 +190,6 @@ class TableCursor {
         }
     }
 
-    [[nodiscard]] std::uint64_t offset() const { return offset_ + at_; }
-
- private:
     /// Moves to the next token, with all of it in view.
     void toToken() {
         do {
@@ -227,13 +281,7 @@ void CrossReferenceReader::readSubsection(TableCursor& cursor, std::vector<std::
     if (!cursor.number(first) || !cursor.number(count))
         throw DamagedDocument("a broken cross-reference table");
     for (std::uint64_t i = 0; i < count; ++i) {
-        std::uint64_t offset = 0;
-        std::uint64_t generation = 0;
-        if (!cursor.number(offset) || !cursor.number(generation))
-            throw DamagedDocument("a broken cross-reference entry");
-        const bool inUse = cursor.keyword("n");
-        if (!inUse && !cursor.keyword("f")) throw DamagedDocument("a broken cross-reference entry");
-        cursor.skipRemark();
+        const auto [offset, generation, inUse] = cursor.entry();
         // Object 0 heads the list of free objects; some writers number it 1, and the others with
         // it.
         if (i == 0 && first == 1 && !inUse && offset == 0 && generation == 65535) first = 0;

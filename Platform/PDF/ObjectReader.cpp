@@ -88,7 +88,12 @@ std::optional<Reference> ObjectReader::readId(std::uint64_t offset) {
 }
 
 bool ObjectReader::isAbsent(Value value) {
-    return resolve(value).isNull();
+    // Pages often share their resources, one after the other.
+    const auto reference = value.reference();
+    if (reference && reference == present_) return false;
+    const bool isNull = resolve(value).isNull();
+    if (reference && !isNull) present_ = reference;
+    return isNull;
 }
 
 SourceObject ObjectReader::read(std::uint32_t number, FoundParts* parts) {

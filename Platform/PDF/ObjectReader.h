@@ -134,6 +134,7 @@ class ObjectReader {
     WorkBudget decoding_;
     std::optional<LostObjects> lost_;
     bool mends_ = false;
+    std::optional<Reference> present_;  // what was last found to lead to something
     std::optional<ObjectTable> found_;  // the objects of the file, once an entry was wrong
     std::list<CachedStream> recent_;    // the most recently used first
     std::map<std::uint32_t, std::list<CachedStream>::iterator> streams_;

@@ -88,6 +88,7 @@ PageRewriter::Attributes PageRewriter::attributesOf(const PageTree::Page& page, 
 bool PageRewriter::isRectangle(Value value) {
     constexpr int kNumbers = 4;
     constexpr std::string_view kBeginsNumber = "0123456789+-.";
+    if (!rectangle_.empty() && value.text() == rectangle_) return true;
     ArrayReader elements(copier_.reader().resolve(value));
     for (int i = 0; i < kNumbers; ++i) {
         const auto element = elements.next();
@@ -95,6 +96,7 @@ bool PageRewriter::isRectangle(Value value) {
         const std::string_view text = copier_.reader().resolve(*element).text();
         if (text.empty() || kBeginsNumber.find(text[0]) == std::string_view::npos) return false;
     }
+    rectangle_ = value.text();
     return true;
 }
 

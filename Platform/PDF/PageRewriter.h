@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "Platform/PDF/ObjectCopier.h"
@@ -44,6 +45,7 @@ class PageRewriter {
     const PageTree& tree_;
     ObjectCopier& copier_;
     std::vector<std::uint32_t> shared_;  // for each value of the tree its own object, 0 for none
+    std::string rectangle_;  // the text that was last found to be one; most pages have the same
     FoundParts parts_;
 };
 

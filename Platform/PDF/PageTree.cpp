@@ -70,6 +70,16 @@ class PageTreeWalk {
         Value count;
         std::array<Value, kInheritableAttributes.size()> inheritable;
 
+        /// Null where the key is that of another entry.
+        [[nodiscard]] Value* placeOf(Value key) {
+            if (key.isName("Type")) return &type;
+            if (key.isName("Kids")) return &kids;
+            if (key.isName("Count")) return &count;
+            for (std::size_t i = 0; i < kInheritableAttributes.size(); ++i)
+                if (key.isName(kInheritableAttributes[i])) return &inheritable[i];
+            return nullptr;
+        }
+
         [[nodiscard]] bool isNode() const { return !kids.isNull() || type.isName("Pages"); }
     };
 
@@ -85,12 +95,7 @@ class PageTreeWalk {
     static Entries readEntries(DictionaryReader reader) {
         Entries entries;
         while (const auto entry = reader.next()) {
-            Value* place = nullptr;
-            if (entry->key.isName("Type")) place = &entries.type;
-            if (entry->key.isName("Kids")) place = &entries.kids;
-            if (entry->key.isName("Count")) place = &entries.count;
-            for (std::size_t i = 0; i < kInheritableAttributes.size(); ++i)
-                if (entry->key.isName(kInheritableAttributes[i])) place = &entries.inheritable[i];
+            Value* const place = entries.placeOf(entry->key);
             if (place != nullptr && place->text().empty()) *place = entry->value;
         }
         return entries;
