@@ -4,6 +4,7 @@
 """Choosing real documents that say something about speed."""
 
 import hashlib
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -18,7 +19,7 @@ _NOT_ENCRYPTED = 2  # what qpdf --is-encrypted says with its exit status
 
 
 def choose(corpus: Path, ours: Tool, folder: Path, count: int) -> Names:
-    """Links so many documents of the corpus, or all there are, into the folder, of those that qpdf,
+    """Copies so many documents of the corpus, or all there are, into the folder, of those that qpdf,
     mutool and we merge without an error and a password. Which of them is decided by their names
     alone, so that every kind of document has its share and the same corpus always gives the same
     choice."""
@@ -32,7 +33,7 @@ def choose(corpus: Path, ours: Tool, folder: Path, count: int) -> Names:
             pages = _sound_pages(path, [ours, QPDF, MUTOOL], Path(temporary) / "out.pdf")
             if pages:
                 name = f"{len(chosen.names):04}.pdf"
-                (folder / name).symlink_to(path.resolve())
+                shutil.copyfile(path, folder / name)
                 chosen.names.append(name)
                 chosen.pages.append(pages)
     if len(chosen.names) < count:

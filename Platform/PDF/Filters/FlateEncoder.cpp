@@ -10,9 +10,9 @@
 namespace quirebind {
 namespace {
 
-/// What is compressed here came out of object streams that other programs compressed with zlib's
-/// default; this level comes out smaller than that.
-constexpr int kLevel = 6;
+/// What is compressed here came out of object streams that other programs compressed, with zlib's
+/// default as a rule. This level is the fastest whose output is then never larger by a hundredth.
+constexpr int kLevel = 3;
 
 }  // namespace
 
