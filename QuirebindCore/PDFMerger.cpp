@@ -64,9 +64,10 @@ void mergeOn(FileSystem& files, std::span<const URL> sources, const URL& destina
         refuseToOverwrite(files, sources, destination);
         PDFDocument output = joined(files, sources);
         if (output.pageCount() < 1) throw Failure::empty();
-        const auto data = std::move(output).dataRepresentation();
+        auto data = std::move(output).dataRepresentation();
         if (!data) throw Failure::empty();
-        writeAtomically(data->bytes(), destination, files);
+        writeAtomically(data->bytes(), destination, files,
+                        [&](std::size_t written) { data->spend(written); });
     } catch (const std::bad_alloc&) {
         throw Failure::empty();
     }

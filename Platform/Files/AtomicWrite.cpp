@@ -26,8 +26,9 @@
 //  6. It gets its permission bits: those of the regular file that it replaces, else the usual ones
 //     of a new file. fsync(): the bytes reach the medium before the name does.
 //  7. It is linked under a random name, for linking alone cannot replace what is there.
-//     Where files without a name do not exist (4) or cannot be linked (7), steps 4 to 6 are done
-//     with a file of a random name from the start.
+//     Where files without a name do not exist (4), steps 4 to 6 are done with a file of a random
+//     name from the start. Where they cannot be linked (7), such a file is made of the one without
+//     a name, for the bytes themselves may be gone once they are written.
 //  8. It is closed.
 //  9. It is renamed to the destination: the one step that anybody sees. Whatever fails before it
 //     fails the whole, and the temporary file is removed; whatever fails after it does not count.
@@ -104,24 +105,10 @@ mode_t modeOfReplacement(FileSystem& files, int folder, const std::string& name)
     return static_cast<mode_t>(kNewFile & ~files.creationMask());
 }
 
-/// Steps 4 to 7; false where this system cannot do them.
-bool prepareUnnamed(TemporaryFile& temporary, std::span<const std::byte> bytes, mode_t mode) {
-    if (!temporary.createUnnamed()) return false;
-    temporary.write(bytes);
-    temporary.makeDurable(mode);
-    return temporary.giveName();
-}
-
-/// Steps 4 to 6 with a name from the start.
-void prepareNamed(TemporaryFile& temporary, std::span<const std::byte> bytes, mode_t mode) {
-    temporary.createNamed();
-    temporary.write(bytes);
-    temporary.makeDurable(mode);
-}
-
 }  // namespace
 
-void writeAtomically(std::span<const std::byte> bytes, const URL& destination, FileSystem& files) {
+void writeAtomically(std::span<const std::byte> bytes, const URL& destination, FileSystem& files,
+                     const std::function<void(std::size_t)>& written) {
     const Place place = placeOf(destination);
     const Folder folder = openFolder(files, place.folder);
     const int folderNumber = folder.descriptor.number();
@@ -129,9 +116,12 @@ void writeAtomically(std::span<const std::byte> bytes, const URL& destination, F
     const mode_t mode = modeOfReplacement(files, folderNumber, place.name);
 
     TemporaryFile temporary(files, folderNumber);
-    if (!prepareUnnamed(temporary, bytes, mode)) {
-        temporary.discard();  // gives the space of the first attempt back before the second
-        prepareNamed(temporary, bytes, mode);
+    if (!temporary.createUnnamed()) temporary.createNamed();
+    temporary.write(bytes, written);
+    temporary.makeDurable(mode);
+    if (!temporary.giveName()) {
+        temporary.copyToNamed(bytes.size());
+        temporary.makeDurable(mode);
     }
     temporary.close();
     temporary.replace(place.name);

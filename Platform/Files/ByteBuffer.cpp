@@ -5,46 +5,31 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <limits>
 #include <new>
 #include <utility>
 
-#include <sys/mman.h>
-#include <unistd.h>
+#include "Platform/Files/SystemMemory.h"
 
 namespace quirebind {
 namespace {
 
 constexpr std::size_t kFirstCapacity = std::size_t{64} << 10U;
 
-/// Asks the system to back a large block with large pages: it is filled from front to back, and
-/// to be given its memory 4 KB at a time takes as long as to fill it. Only a wish.
-void preferLargePages(std::span<char> block) {
-#if defined(MADV_HUGEPAGE)
-    constexpr std::size_t kLarge = std::size_t{8} << 20U;
-    if (block.size() < kLarge) return;
-    // From the beginning of its first page: that of the mapping which the allocator has made for
-    // it. To advise on part of a mapping would divide it, and then it could not be moved as one.
-    const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): only to know where it is
-    const std::size_t before = reinterpret_cast<std::uintptr_t>(block.data()) % page;
-    (void)::madvise(block.data() - before, before + block.size(), MADV_HUGEPAGE);
-#else
-    (void)block;
-#endif
-}
-
 }  // namespace
 
 ByteBuffer::ByteBuffer(ByteBuffer&& other) noexcept
     : bytes_(std::move(other.bytes_)),
       size_(std::exchange(other.size_, 0)),
-      capacity_(std::exchange(other.capacity_, 0)) {}
+      capacity_(std::exchange(other.capacity_, 0)),
+      spent_(std::exchange(other.spent_, 0)) {}
 
 ByteBuffer& ByteBuffer::operator=(ByteBuffer&& other) noexcept {
     bytes_ = std::move(other.bytes_);
     size_ = std::exchange(other.size_, 0);
     capacity_ = std::exchange(other.capacity_, 0);
+    spent_ = std::exchange(other.spent_, 0);
     return *this;
 }
 
@@ -86,6 +71,15 @@ void ByteBuffer::append(std::uint64_t number) {
 
 void ByteBuffer::replace(std::size_t offset, std::string_view text) {
     std::memcpy(bytes_.get() + offset, text.data(), text.size());
+}
+
+void ByteBuffer::spend(std::size_t count) {
+    // Whole large pages only: to take one of them apart costs more than it gives.
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): only to know where it is
+    const std::size_t behind = reinterpret_cast<std::uintptr_t>(bytes_.get() + count) % kLargePage;
+    if (count <= spent_ + behind) return;
+    giveBack(std::span(bytes_.get(), count - behind).subspan(spent_));
+    spent_ = count - behind;
 }
 
 void ByteBuffer::shrink(std::size_t size) {

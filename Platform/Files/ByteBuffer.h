@@ -56,6 +56,10 @@ class ByteBuffer {
     /// Takes back everything behind the first `size` bytes.
     void shrink(std::size_t size);
 
+    /// Lets the system have memory of the first `count` bytes, which nobody will look at any more:
+    /// what they are is undefined from then on.
+    void spend(std::size_t count);
+
  private:
     struct Free {
         // NOLINTNEXTLINE(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory): from realloc
@@ -67,6 +71,7 @@ class ByteBuffer {
     std::unique_ptr<char[], Free> bytes_;
     std::size_t size_ = 0;
     std::size_t capacity_ = 0;
+    std::size_t spent_ = 0;  // bytes whose memory has been given back
 };
 
 }  // namespace quirebind

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <utility>
+#include <vector>
 
 #include <fcntl.h>
 
@@ -27,8 +29,9 @@ constexpr mode_t kOwnerOnly = 0600;
 /// row are a file system that says so of every name.
 constexpr int kMostNamesTried = 16;
 
-/// Linux writes no more than 2 GiB at a time, macOS refuses to try.
-constexpr std::size_t kLargestWrite = std::size_t{1} << 30U;
+/// As much is written at a time: what has been written need not stay in memory. Far below what
+/// systems can write at once (2 GiB).
+constexpr std::size_t kLargestWrite = std::size_t{4} << 20U;
 
 /// Does not contain the destination's name, which may be as long as names can be.
 std::string randomName() {
@@ -40,7 +43,7 @@ std::string randomName() {
 bool TemporaryFile::createUnnamed() {
     if (kUnnamedFile == 0) return false;
     const int file = uninterrupted([this] {
-        return files_.open(folder_, ".", kUnnamedFile | O_WRONLY | O_CLOEXEC, kOwnerOnly);
+        return files_.open(folder_, ".", kUnnamedFile | O_RDWR | O_CLOEXEC, kOwnerOnly);
     });
     switch (file) {
         case -EOPNOTSUPP:  // the file system has none
@@ -67,14 +70,16 @@ void TemporaryFile::createNamed() {
     hasName_ = true;
 }
 
-void TemporaryFile::write(std::span<const std::byte> bytes) {
+void TemporaryFile::write(std::span<const std::byte> bytes, const Written& written) {
+    const std::size_t all = bytes.size();
     while (!bytes.empty()) {
         const auto part = bytes.first(std::min(bytes.size(), kLargestWrite));
-        const ssize_t written =
+        const ssize_t count =
             orThrow(uninterrupted([&] { return files_.write(file_.number(), part); }));
         // Not an error to write(2), but trying again for ever would be one.
-        if (written == 0) throwSystemError(EIO);
-        bytes = bytes.subspan(static_cast<std::size_t>(written));
+        if (count == 0) throwSystemError(EIO);
+        bytes = bytes.subspan(static_cast<std::size_t>(count));
+        if (written) written(all - bytes.size());
     }
 }
 
@@ -84,6 +89,7 @@ void TemporaryFile::makeDurable(mode_t mode) {
 }
 
 bool TemporaryFile::giveName() {
+    if (hasName_) return true;
     int result = -EEXIST;
     for (int i = 0; i < kMostNamesTried && result == -EEXIST; ++i) {
         name_ = randomName();
@@ -92,6 +98,20 @@ bool TemporaryFile::giveName() {
     }
     hasName_ = result == 0;
     return hasName_;
+}
+
+void TemporaryFile::copyToNamed(std::size_t size) {
+    const FileDescriptor unnamed = std::move(file_);
+    createNamed();
+    std::vector<std::byte> buffer(std::min(size, kLargestWrite));
+    for (std::size_t copied = 0; copied < size;) {
+        const auto part = std::span(buffer).first(std::min(buffer.size(), size - copied));
+        const ssize_t count =
+            orThrow(uninterrupted([&] { return files_.read(unnamed.number(), part, copied); }));
+        if (count == 0) throwSystemError(EIO);  // somebody else has shortened it
+        write(part.first(static_cast<std::size_t>(count)), {});
+        copied += static_cast<std::size_t>(count);
+    }
 }
 
 void TemporaryFile::close() {

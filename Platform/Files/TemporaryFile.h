@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <span>
 #include <string>
 
@@ -17,14 +18,17 @@ namespace quirebind {
 /// A file in the making, in the folder of the file that it is to replace. Nobody but its user may
 /// open it before makeDurable(). It vanishes with this object unless replace() succeeded.
 ///
-///   createUnnamed() -> write() -> makeDurable() -> giveName() -\        .
-///                                                               close() -> replace()
-///   createNamed()   -> write() -> makeDurable() ---------------/
+///   createUnnamed() -> write() -> makeDurable() -> giveName() ---------------\       .
+///                                                    | false                  close() -> replace()
+///                                                copyToNamed() -> makeDurable() /
+///   createNamed()   -> write() -> makeDurable() -----------------------------/
 ///
 /// Each step throws the std::system_error of the system call that failed; discard() may follow any
 /// of them and leads back to the beginning. For one thread.
 class TemporaryFile {
  public:
+    using Written = std::function<void(std::size_t)>;
+
     /// `files` and the open `folder` must outlive this object.
     TemporaryFile(FileSystem& files, int folder) : files_(files), folder_(folder) {}
     TemporaryFile(const TemporaryFile&) = delete;
@@ -40,15 +44,19 @@ class TemporaryFile {
     /// Opens a file with a hidden random name.
     void createNamed();
 
-    /// Appends all of `bytes`.
-    void write(std::span<const std::byte> bytes);
+    /// Appends all of `bytes`; `written` is told how many of them are, each time that it is more.
+    void write(std::span<const std::byte> bytes, const Written& written);
 
     /// Sets the final permission bits and waits until all of it is on the medium.
     void makeDurable(mode_t mode);
 
     /// Gives the file from createUnnamed() a hidden random name. False where that is not possible
-    /// (no /proc, say).
+    /// (no /proc, say); true where it has one.
     [[nodiscard]] bool giveName();
+
+    /// Opens a file with a hidden random name in place of the unnamed one, of which it has the
+    /// first `size` bytes.
+    void copyToNamed(std::size_t size);
 
     /// Closes the file: a network file system reports here what it could not write.
     void close();

@@ -9,9 +9,9 @@
 #include <string>
 
 #include <fcntl.h>
-#include <sys/mman.h>
 
 #include "Platform/Files/SystemCall.h"
+#include "Platform/Files/SystemMemory.h"
 #include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/Limits.h"
 
@@ -20,21 +20,6 @@ namespace {
 
 /// Files up to this size are read at once.
 constexpr std::uint64_t kSmallFile = std::uint64_t{256} << 10U;
-
-/// The system is given memory back in multiples of this, which is one of any page size.
-constexpr std::size_t kPage = std::size_t{64} << 10U;
-
-/// Lets the system have the memory of these bytes, but for that which others may have a part in.
-void giveBack(std::span<char> bytes) {
-#if defined(__linux__)
-    void* from = bytes.data();
-    std::size_t space = bytes.size();
-    if (std::align(kPage, kPage, from, space) != nullptr)
-        (void)::madvise(from, space / kPage * kPage, MADV_DONTNEED);
-#else
-    (void)bytes;
-#endif
-}
 
 bool sameTime(const struct stat& a, const struct stat& b) {
 #if defined(__APPLE__)
@@ -72,7 +57,7 @@ SourceImage::SourceImage(FileSystem& files, FileDescriptor file, const struct st
       fileSize_(static_cast<std::uint64_t>(std::max<off_t>(status.st_size, 0))) {
     if (fileSize_ > std::numeric_limits<std::size_t>::max() / 4) throw std::bad_alloc();
     const auto size = static_cast<std::size_t>(fileSize_);
-    if (size > limits::kWindowBytes) window_ = (size + kPage - 1) / kPage * kPage;
+    if (size > limits::kWindowBytes) window_ = size;
     bytes_ = std::make_unique_for_overwrite<char[]>(window_ + size);
     if (fileSize_ <= kSmallFile) {
         readFully(0, {bytes_.get(), size});

@@ -135,7 +135,7 @@ bool survives(const std::vector<FileCall>& calls, std::size_t failing, int error
         case FileCall::linkStatus:
             return error == ENOENT;  // nothing there
         case FileCall::close:
-            return isAmong(after, FileCall::open);  // given up already
+            return isAmong(after, FileCall::setMode);  // another file has taken its place
         default:
             return false;
     }
@@ -271,6 +271,25 @@ TEST(AtomicWriteFault, ofTheSecondAttemptIsTheOneThatCounts) {
     scene.expectOldDestination();
     scene.expectNothingElse();
     scene.expectNoLeak(files);
+}
+
+TEST(AtomicWriteFault, isOvercomeWithoutBytesThatWereWrittenBefore) {
+    for (const System system :
+         {System::complete, System::withoutProc, System::withoutUnnamedFiles}) {
+        const Scene scene(true);
+        FaultyFileSystem files;
+        configure(files, system);
+        std::string bytes(kNewBytes);
+        std::size_t gone = 0;
+        writeAtomically(std::as_bytes(std::span(bytes)), URL::file(scene.destination()), files,
+                        [&](std::size_t written) {
+                            EXPECT_GT(written, gone);
+                            gone = written;
+                            std::ranges::fill(std::span(bytes).first(written), '?');
+                        });
+        EXPECT_EQ(gone, kNewBytes.size());
+        scene.expectNewDestination();
+    }
 }
 
 TEST(AtomicWriteFault, ofTakenNamesIsOvercomeByOthers) {
