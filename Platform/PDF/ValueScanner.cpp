@@ -69,6 +69,16 @@ Reference referenceTo(std::uint64_t number, std::uint64_t generation) {
             generation > 65535 ? 65536 : static_cast<std::uint32_t>(generation)};
 }
 
+/// What nearly all references have behind their number.
+constexpr std::string_view kUsualRest = " 0 R";
+
+/// Whether that stands at `at`, and nothing that goes on.
+bool isUsualRest(std::string_view text, std::size_t at) {
+    const std::size_t end = at + kUsualRest.size();
+    return text.substr(at, kUsualRest.size()) == kUsualRest &&
+           (end == text.size() || !isRegular(text[end]));
+}
+
 /// Notes the entries of the dictionary that is scanned, from the places of its keys and values.
 class EntryNotes {
  public:
@@ -200,18 +210,30 @@ class Scan {
             note(begin, false);
             return true;
         }
-        // Further inside, an R that follows two integers tells.
-        std::size_t end = begin;
-        std::uint64_t value = 0;
-        if (kNotes && readUnsigned(text_, end, value) &&
-            (end == text_.size() || !isRegular(text_[end]))) {
-            older_ = newer_;
-            newer_ = {begin, value, tokens_};
-            at_ = end;
-        } else {
+        if (kNotes)
+            innerNumber();
+        else
             at_ = skipRegular(text_, begin);
-        }
         return true;
+    }
+
+    /// A number further inside: an R that follows two integers tells that they are a reference.
+    void innerNumber() {
+        const std::size_t begin = at_;
+        std::uint64_t value = 0;
+        if (!readUnsigned(text_, at_, value) || (at_ < text_.size() && isRegular(text_[at_]))) {
+            at_ = skipRegular(text_, at_);
+            return;
+        }
+        const std::size_t end = at_;
+        if (isUsualRest(text_, end)) {
+            parts_.references.push_back(
+                {begin - begin_, end + kUsualRest.size() - begin_, referenceTo(value, 0)});
+            at_ = end + kUsualRest.size();
+            return;
+        }
+        older_ = newer_;
+        newer_ = {begin, value, tokens_};
     }
 
     /// Behind an R inside brackets that begins at `begin`: notes the reference that ends there.
@@ -265,11 +287,8 @@ bool readReference(std::string_view text, std::size_t& at, Reference& reference,
     looked = at;
     if (!readUnsigned(text, looked, number)) return false;
     const std::size_t gap = looked;
-    // Nearly all are written so.
-    constexpr std::string_view kUsual = " 0 R";
-    if (text.substr(gap, kUsual.size()) == kUsual &&
-        (gap + kUsual.size() == text.size() || !isRegular(text[gap + kUsual.size()]))) {
-        looked = gap + kUsual.size();
+    if (isUsualRest(text, gap)) {
+        looked = gap + kUsualRest.size();
         at = looked;
         reference = referenceTo(number, 0);
         return true;
