@@ -3,13 +3,13 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QTimer>
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <string>
 #include <vector>
 
+#include "Benchmarks/MeasuredApplication.h"
 #include "Quirebind/Preview/PDFPreview.h"
 #include "Quirebind/Preview/RenderService.h"
 
@@ -18,35 +18,12 @@
 //
 //     preview-walk FOLDER
 
+using quirebind::benchmarks::MeasuredApplication;
+using quirebind::benchmarks::milliseconds;
+
 namespace {
 
 constexpr int kMostMilliseconds = 15'000;  // for one document
-
-double milliseconds(const QElapsedTimer& timer) {
-    return static_cast<double>(timer.nsecsElapsed()) / 1e6;
-}
-
-/// Measures how long each event takes to be handled.
-class MeasuredApplication : public QApplication {
- public:
-    using QApplication::QApplication;
-
-    bool notify(QObject* receiver, QEvent* event) override {
-        if (depth_ > 0) return QApplication::notify(receiver, event);
-        ++depth_;
-        QElapsedTimer timer;
-        timer.start();
-        const bool handled = QApplication::notify(receiver, event);
-        longest = std::max(longest, milliseconds(timer));
-        --depth_;
-        return handled;
-    }
-
-    double longest = 0;
-
- private:
-    int depth_ = 0;
-};
 
 std::vector<std::string> documentsBelow(const char* folder) {
     std::vector<std::string> paths;
