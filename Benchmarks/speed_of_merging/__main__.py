@@ -11,7 +11,7 @@ import tempfile
 from pathlib import Path
 from typing import Optional
 
-from . import document, machine, plot, session, table, tools, workloads
+from . import document, machine, plot, session, table, tools, window, workloads
 from .corpus import choose
 from .figures import Result
 from .goals import all_goals
@@ -32,7 +32,10 @@ def main() -> None:
     if arguments.read:
         for result in found.results:
             print(table.of_result(result) + "\n")
-    print(table.of_goals([goal for goal in all_goals(found.results) if goal.measured]))
+    if found.window:
+        print(f"### {workloads.WINDOW}\n\n{table.of_window(found.window)}\n")
+    if found.results:
+        print(table.of_goals([goal for goal in all_goals(found.results) if goal.measured]))
     if arguments.json:
         found.write(arguments.json)
     if arguments.write:
@@ -51,7 +54,8 @@ def _parse() -> argparse.Namespace:
                         help="the one that only opens (default: that of the same build, if it has "
                              "benchmarks)")
     parser.add_argument("--workloads", type=_words, default=[],
-                        help="some of them only, by name or by the first word of it: books,tiny")
+                        help="some of them only, by name or by the first word of it: books,tiny; "
+                             "window is what the window does")
     parser.add_argument("--scale", type=_scale, default=1.0, metavar="small|full|FACTOR",
                         help="of all sizes (default: full)")
     parser.add_argument("--rounds", type=int, default=5, help="turns of every tool (default: 5)")
@@ -110,8 +114,11 @@ def _measure(arguments: argparse.Namespace) -> Session:
         in_memory = in_memory and used_memory
         results.append(result)
         print(table.of_result(result) + "\n", flush=True)
+    shown: list[window.Measure] = []
+    if not arguments.workloads or workloads.WINDOW in arguments.workloads:
+        shown = window.measure(merge_pdfs.parent.parent, work, arguments.scale, arguments.rounds)
     return Session(place, {peer.name: version for peer, version in versions.items()}, absent,
-                   arguments.scale, arguments.rounds, arguments.limit, in_memory, results)
+                   arguments.scale, arguments.rounds, arguments.limit, in_memory, results, shown)
 
 
 def _run(workload: Workload, asked: list[tools.Tool], work: Path,

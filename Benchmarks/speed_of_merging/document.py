@@ -9,6 +9,7 @@ from . import table
 from .goals import all_goals
 from .session import Session
 from .tools import CAT, PEERS
+from .window import STARTS
 
 _INTRODUCTION = """\
 What joining documents costs, with Quirebind and with other tools, each called in the plainest way
@@ -35,6 +36,16 @@ Outputs go into a file system in memory (tmpfs); "on disk" is the time it takes 
 to the disk and, as Quirebind always does, is waited for until it is safely there."""
 _ON_DISK = "There was no file system in memory: all outputs went to the disk."
 
+_WINDOW = """\
+What somebody waits for at the window, on a virtual display of X11: {starts} starts of the program and
+one walk through its views, {rounds}. Given are the median of the medians of all rounds, the slowest of
+all, and the longest stall: for how long the main thread was busy with one event and looked at no other.
+What is drawn counts once it has been handed to the display; for the start, whose clock runs from the
+moment the process is made, once the screen shows it. "The helper" is the process that draws pages; the
+program starts it once its window shows. Until a page is sharp, which is when it has as many pixels as
+the screen, its picture is white or stretched; a window that is being resized waits 90 ms for the next
+step before it has pages drawn anew."""
+
 
 def text(session: Session, plot: str) -> str:
     """The document, in Markdown, with the picture of that name."""
@@ -46,11 +57,19 @@ def text(session: Session, plot: str) -> str:
         parts.append(f"All sizes are {session.factor:g} of the full ones. This is a trial, not a "
                      "measurement.")
     parts += ["## Goals", table.of_goals(all_goals(session.results)), "## Results", columns,
-              *map(table.of_result, session.results), "## What it was measured on",
+              *map(table.of_result, session.results), *_window(session), "## What it was measured on",
               _items(session.machine), "## The tools", _items(_tools(session))]
     if session.absent:
         parts.append(f"Not installed, and left out: {', '.join(session.absent)}.")
     return "\n\n".join(parts) + "\n"
+
+
+def _window(session: Session) -> list[str]:
+    if not session.window:
+        return []
+    rounds = len({measure.round for measure in session.window})
+    return ["## The window", _fill(_WINDOW.format(starts=STARTS, rounds=_times(rounds))),
+            table.of_window(session.window)]
 
 
 def _tools(session: Session) -> dict[str, str]:

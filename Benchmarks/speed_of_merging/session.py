@@ -8,6 +8,7 @@ from pathlib import Path
 from typing import NamedTuple
 
 from .figures import Result, from_json
+from .window import Measure
 
 
 class Session(NamedTuple):
@@ -19,12 +20,16 @@ class Session(NamedTuple):
     limit: float  # seconds for a run
     memory: bool  # whether outputs went into memory
     results: list[Result]
+    window: list[Measure]
 
     def write(self, path: Path) -> None:
-        data = {**self._asdict(), "results": [result.as_json() for result in self.results]}
+        data = {**self._asdict(), "results": [result.as_json() for result in self.results],
+                "window": [measure._asdict() for measure in self.window]}
         path.write_text(json.dumps(data, indent=1), encoding="utf-8")
 
 
 def read(path: Path) -> Session:
     data = json.loads(path.read_text(encoding="utf-8"))
-    return Session(**{**data, "results": [from_json(result) for result in data["results"]]})
+    return Session(**{**data, "results": [from_json(result) for result in data["results"]],
+                      # Older files have nothing of the window.
+                      "window": [Measure(**measure) for measure in data.get("window", [])]})

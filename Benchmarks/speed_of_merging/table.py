@@ -7,6 +7,7 @@ from typing import Optional, Sequence
 
 from .figures import Bound, Figures, Result
 from .goals import Goal
+from .window import Measure, summaries
 
 _HEADINGS = ["tool", "CPU", "of cat", "of the fastest peer", "wall", "on disk", "peak memory",
              "output", "of the sources"]
@@ -25,6 +26,14 @@ def of_goals(goals: Sequence[Goal]) -> str:
     rows = [[goal.about, goal.asked, goal.measured or "not measured",
              "" if not goal.measured else "yes" if goal.met else "**no**"] for goal in goals]
     return _aligned([["what", "goal", "measured", "met"], *rows], left=4)
+
+
+def of_window(measures: Sequence[Measure]) -> str:
+    """The window: a line for each thing that it did."""
+    rows = [[measure.about, seconds(measure.median / 1000), seconds(measure.slowest / 1000),
+             seconds(measure.stall / 1000) if measure.stall is not None else ""]
+            for measure in summaries(measures)]
+    return _aligned([["what", "median", "slowest", "longest stall"], *rows], left=1)
 
 
 def _sentence(result: Result) -> str:

@@ -16,6 +16,7 @@ Make = Callable[[Path], Names]
 Choose = Callable[[Path, int], Names]
 
 SMALL = 0.05  # of the sizes at full scale
+WINDOW = "window"  # among their names, what is not a merge but what the window does
 
 # What is looked at to see whether twice as much costs twice as much.
 _LINEAR = ["books-classic-small", "books-classic-large", "books-packed-small", "books-packed-large",
@@ -35,9 +36,7 @@ class Workload(NamedTuple):
 def all_workloads(factor: float, choose: Optional[Choose]) -> list[Workload]:
     """All of them, their sizes multiplied by the factor. `choose` finds so many real documents;
     without it there is no mixed workload."""
-    def size(full: int, least: int = 2) -> int:
-        return max(least, round(full * factor))
-
+    size = _size(factor)
     mixed, opened, tiny, scans = size(800, 10), size(5000), size(5000), size(300)
     invoices, forms = size(200), size(1000)
     workloads = [
@@ -66,19 +65,35 @@ def all_workloads(factor: float, choose: Optional[Choose]) -> list[Workload]:
     return workloads
 
 
+def shown(factor: float) -> tuple[Workload, Workload]:
+    """What the window is measured with: files to be added at once, and a document to be scrolled
+    through."""
+    size = _size(factor)
+    opened, files, pages = size(5000), size(1000), size(200, 40)
+    return (Workload(WINDOW, f"{files:,} files of one page", f"one-page-{opened}",
+                     lambda folder: _one_page(folder, opened), files),
+            Workload(WINDOW, f"a document of {pages:,} pages", f"book-{pages}",
+                     lambda folder: _book(folder, pages)))
+
+
 def selected(workloads: Sequence[Workload], wanted: Sequence[str]) -> list[Workload]:
     """Those of a name that is wanted, or begins with one and a hyphen; "linear" is some of them."""
     wanted = [name for word in wanted for name in (_LINEAR if word == "linear" else [word])]
     for name in wanted:
-        if not any(_goes_by(workload, name) for workload in workloads):
+        if name != WINDOW and not any(_goes_by(workload, name) for workload in workloads):
             raise SystemExit(f"there is no workload {name!r}; there are "
-                             + ", ".join(workload.name for workload in workloads))
+                             + ", ".join([*(workload.name for workload in workloads), WINDOW]))
     return [workload for workload in workloads
             if not wanted or any(_goes_by(workload, name) for name in wanted)]
 
 
 def _goes_by(workload: Workload, name: str) -> bool:
     return workload.name == name or workload.name.startswith(name + "-")
+
+
+def _size(factor: float) -> Callable[..., int]:
+    """Sizes at that scale, from those at full scale and the least that makes sense."""
+    return lambda full, least=2: max(least, round(full * factor))
 
 
 def _books(size: Callable[[int], int]) -> list[Workload]:
@@ -145,6 +160,11 @@ def _two_books(folder: Path, pages: int, packed: bool) -> Names:
     for name in ("a.pdf", "b.pdf"):
         large_files.write_book(folder / name, pages, packed, Words("book " + name))
     return Names(["a.pdf", "b.pdf"], [pages] * 2)
+
+
+def _book(folder: Path, pages: int) -> Names:
+    large_files.write_book(folder / "a.pdf", pages, False, Words("book"))
+    return Names(["a.pdf"], [pages])
 
 
 def _single(folder: Path, write: Callable[[Path, int], None], count: int, on_page: int) -> Names:
