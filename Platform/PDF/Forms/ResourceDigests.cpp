@@ -4,6 +4,8 @@
 #include "Platform/PDF/Forms/ResourceDigests.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <functional>
 #include <string_view>
 #include <utility>
@@ -97,9 +99,13 @@ class CanonicalText {
     }
 
     /// With their number, so that nothing in the bytes can be taken for something else.
-    void writeBytes(char kind, const std::string& bytes) {
-        text_ += kind;
-        text_.append(std::to_string(bytes.size())).append(":").append(bytes);
+    void writeBytes(char kind, std::string_view bytes) {
+        std::array<char, 24> prefix{kind};
+        const auto number =
+            std::to_chars(prefix.data() + 1, prefix.data() + prefix.size() - 1, bytes.size());
+        *number.ptr = ':';
+        text_.append(prefix.data(), number.ptr + 1);
+        text_ += bytes;
     }
 
     void openArray(Value array) {
@@ -123,22 +129,25 @@ class CanonicalText {
     /// An array of names and numbers, in arrays or not, in one go: widths and encodings are such,
     /// and make up nearly all of most fonts. False, and nothing written, where there is more in it.
     bool writeFlat(std::string_view array) {
-        if (array.find_first_of("(<%#") != std::string_view::npos) return false;
         const std::size_t begin = text_.size();
         for (std::size_t at = 0; at < array.size(); at = skipWhite(array, at)) {
             const bool isName = array[at] == '/';
             const std::size_t first = isName ? at + 1 : at;
             const std::size_t end = skipRegular(array, first);
             const std::string_view token = array.substr(first, end - first);
-            if (!isName && token == "R") {  // what it refers to has to be looked at
+            // Strings, dictionaries, what an R refers to and escapes have to be looked at.
+            const bool isMore = isName ? token.find('#') != std::string_view::npos
+                                       : token == "R" || array[at] == '(' || array[at] == '<';
+            if (isMore) {
                 text_.resize(begin);
                 return false;
             }
             work_ += kItem;
             if (isName) {
-                text_.append("/").append(std::to_string(token.size())).append(":").append(token);
+                writeBytes('/', token);
             } else if (!token.empty()) {
-                text_.append(" ").append(token);
+                text_ += ' ';
+                text_ += token;
             } else {
                 text_ += array[at];
             }
