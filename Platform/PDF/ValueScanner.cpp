@@ -73,8 +73,9 @@ Reference referenceTo(std::uint64_t number, std::uint64_t generation) {
 constexpr std::string_view kUsualRest = " 0 R";
 
 /// Whether that stands at `at`, and nothing that goes on.
-bool isUsualRest(std::string_view text, std::size_t at) {
+inline bool isUsualRest(std::string_view text, std::size_t at) {
     const std::size_t end = at + kUsualRest.size();
+    if (end > text.size() || text[end - 1] != 'R') return false;  // tells nearly always
     return text.substr(at, kUsualRest.size()) == kUsualRest &&
            (end == text.size() || !isRegular(text[end]));
 }
