@@ -11,8 +11,8 @@ namespace quirebind {
 namespace {
 
 /// What is compressed here came out of object streams that other programs compressed, with zlib's
-/// default as a rule. This level is the fastest whose output is then never larger by a hundredth.
-constexpr int kLevel = 3;
+/// default as a rule. This level is the fastest whose output is then no larger.
+constexpr int kLevel = 5;
 
 }  // namespace
 
