@@ -20,8 +20,10 @@ _HOW = """\
 [`Benchmarks/speed`](../Benchmarks/speed) writes this page. It makes the documents itself, except
 for the mixed ones, which are real documents that Quirebind, qpdf and mutool all join without a word
 of complaint. All sources are read once before anything is measured, so that nobody waits for the
-disk; then all tools have their turn, one after the other, {rounds}, and the medians are given. Once
-a tool has taken {limit:g} seconds in all, it has no more turns."""
+disk; then all tools have their turn, one after the other, {rounds}, and the medians are given. From
+the second time on, a tool that takes less than 3 seconds does the same once more just before, so
+that none has to pay for what another left behind. Once a tool has taken {limit:g} seconds in all, it
+has no more turns."""
 
 _COLUMNS = """\
 CPU is the time of the processor, for the program and for the system on its behalf. "Of cat" is how

@@ -7,13 +7,14 @@ import json
 import subprocess
 import sys
 from pathlib import Path
-from typing import NamedTuple, Optional, Sequence
+from typing import Any, NamedTuple, Optional, Sequence
 
 from .sources import Sources
 from .tools import OURS, Tool, object_count, page_count
 
 MEMORY, DISK = "tmpfs", "disk"
 _LAUNCHER = Path(__file__).with_name("launcher.py")
+_REHEARSED = 3.0  # seconds that a tool may have taken the last time
 
 
 class Run(NamedTuple):
@@ -67,9 +68,12 @@ def _run(tool: Tool, sources: Sources, number: int, place: str, places: Places,
            "output": str(output if tool.to_output else errors), "errors": str(errors),
            "limit": places.limit}
     try:
-        done = subprocess.run([sys.executable, "-I", "-S", str(_LAUNCHER)], check=True,
-                              input=json.dumps(job), stdout=subprocess.PIPE, text=True)
-        cost = json.loads(done.stdout)
+        # What ran before leaves caches and free memory as it likes them, and a virtual machine may
+        # have given free memory back meanwhile. Who is quick is given a rehearsal, then.
+        if before and before[-1].wall < _REHEARSED:
+            _launch(job)
+            output.unlink(missing_ok=True)
+        cost = _launch(job)
         size = output.stat().st_size if output.exists() else 0
         pages, objects = 0, 0
         if cost["stopped"]:
@@ -87,6 +91,13 @@ def _run(tool: Tool, sources: Sources, number: int, place: str, places: Places,
     finally:
         output.unlink(missing_ok=True)
         errors.unlink(missing_ok=True)
+
+
+def _launch(job: dict[str, Any]) -> dict[str, Any]:
+    done = subprocess.run([sys.executable, "-I", "-S", str(_LAUNCHER)], check=True,
+                          input=json.dumps(job), stdout=subprocess.PIPE, text=True)
+    cost: dict[str, Any] = json.loads(done.stdout)
+    return cost
 
 
 def _looked_at(output: Path, size: int, before: Sequence[Run]) -> tuple[int, int]:
