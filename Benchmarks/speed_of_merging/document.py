@@ -61,6 +61,9 @@ def text(session: Session, plot: str) -> str:
     parts += ["## Goals", table.of_goals(all_goals(session.results)), "## Results", columns,
               *map(table.of_result, session.results), *_window(session), "## What it was measured on",
               _items(session.machine), "## The tools", _items(_tools(session))]
+    if rested := _not_asked(session):
+        parts.append("Not asked everywhere:")
+        parts.append(_items(rested))
     if session.absent:
         parts.append(f"Not installed, and left out: {', '.join(session.absent)}.")
     return "\n\n".join(parts) + "\n"
@@ -72,6 +75,17 @@ def _window(session: Session) -> list[str]:
     rounds = len({measure.round for measure in session.window})
     return ["## The window", _fill(_WINDOW.format(starts=STARTS, rounds=_times(rounds))),
             table.of_window(session.window)]
+
+
+def _not_asked(session: Session) -> dict[str, str]:
+    """The workloads of which some peers, but not all, had no turn, and these."""
+    peers = list(session.versions)
+    missing = {}
+    for result in session.results:
+        asked = {figures.tool for figures in result.figures()}
+        if asked.intersection(peers) and not asked.issuperset(peers):
+            missing[result.workload] = ", ".join(name for name in peers if name not in asked)
+    return missing
 
 
 def _tools(session: Session) -> dict[str, str]:

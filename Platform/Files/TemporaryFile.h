@@ -18,10 +18,10 @@ namespace quirebind {
 /// A file in the making, in the folder of the file that it is to replace. Nobody but its user may
 /// open it before makeDurable(). It vanishes with this object unless replace() succeeded.
 ///
-///   createUnnamed() -> write() -> makeDurable() -> giveName() ---------------\       .
-///                                                    | false                  close() -> replace()
-///                                                copyToNamed() -> makeDurable() /
-///   createNamed()   -> write() -> makeDurable() -----------------------------/
+///   createUnnamed() -> write() -> makeDurable() -> giveName() -> close() -> replace()
+///   createNamed()   -> write() -> makeDurable() ---------------> close() -> replace()
+///
+/// Where giveName() is not possible, copyToNamed() -> makeDurable() take its place.
 ///
 /// Each step throws the std::system_error of the system call that failed; discard() may follow any
 /// of them and leads back to the beginning. For one thread.
