@@ -5,15 +5,15 @@
 
 namespace quirebind {
 
-std::optional<DictionaryEntry> EntryRewriter::next() {
+const DictionaryEntry* EntryRewriter::next() {
     while (const auto entry = entries_.next()) {
         entry_ = *entry;
-        if (!entry_.value.text().empty()) return entry;
+        if (!entry_.value.text().empty()) return &entry_;
         // A last key without a value is as good as absent.
         text_.copyTo(text_.beginOf(entry_.key), Role::plain, out_);
         text_.skipTo(text_.endOf(entry_.key));
     }
-    return std::nullopt;
+    return nullptr;
 }
 
 void EntryRewriter::drop() {

@@ -20,7 +20,8 @@ class EntryRewriter {
     EntryRewriter(Value dictionary, MappedText& text, ByteBuffer& out)
         : dictionary_(dictionary), entries_(text.entriesOf(dictionary)), text_(text), out_(out) {}
 
-    [[nodiscard]] std::optional<DictionaryEntry> next();
+    /// The next entry, valid until the next call; null at the end.
+    [[nodiscard]] const DictionaryEntry* next();
 
     /// Leaves the entry out.
     void drop();

@@ -8,6 +8,7 @@
 
 #include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/MappedText.h"
+#include "Platform/PDF/PageKey.h"
 #include "Platform/PDF/ReferenceText.h"
 
 namespace quirebind {
@@ -17,16 +18,8 @@ namespace {
 /// of them, a resource dictionary at the root of a large tree would multiply the file.
 constexpr std::size_t kLongestInline = 64;
 
-constexpr std::size_t kMediaBox = 1;
-static_assert(kInheritableAttributes[kMediaBox] == "MediaBox");
+constexpr auto kMediaBox = static_cast<std::size_t>(PageKey::mediaBox);
 constexpr std::string_view kDefaultBox = "/MediaBox[0 0 612 792]";
-
-/// The index in kInheritableAttributes.
-std::optional<std::size_t> inheritableAttribute(Value key) {
-    for (std::size_t i = 0; i < kInheritableAttributes.size(); ++i)
-        if (key.isName(kInheritableAttributes[i])) return i;
-    return std::nullopt;
-}
 
 }  // namespace
 
@@ -66,8 +59,9 @@ PageRewriter::Attributes PageRewriter::attributesOf(const PageTree::Page& page, 
     Value type;
     DictionaryReader entries(dictionary, parts_);
     while (const auto entry = entries.next()) {
-        if (type.text().empty() && entry->key.isName("Type")) type = entry->value;
-        const auto attribute = inheritableAttribute(entry->key);
+        const PageKey key = pageKeyOf(entry->key);
+        if (key == PageKey::type && type.text().empty()) type = entry->value;
+        const auto attribute = inheritableAttribute(key);
         if (!attribute) continue;
         const bool isUsable = *attribute == kMediaBox ? isRectangle(entry->value)
                                                       : !copier_.reader().isAbsent(entry->value);
@@ -108,15 +102,16 @@ void PageRewriter::appendOwnEntries(Value page, const Attributes& attributes, By
     text.skipTo(kBracket);
     EntryRewriter entries(page, text, out);
     while (const auto entry = entries.next()) {
-        const auto attribute = inheritableAttribute(entry->key);
-        const bool isReplaced = entry->key.isName("Parent") ||
+        const PageKey key = pageKeyOf(entry->key);
+        const auto attribute = inheritableAttribute(key);
+        const bool isReplaced = key == PageKey::parent ||
                                 (attribute && attributes.replaces(*attribute)) ||
-                                (!attributes.typed && entry->key.isName("Type"));
+                                (key == PageKey::type && !attributes.typed);
         if (isReplaced)
             entries.drop();
-        else if (entry->key.isName("Annots"))
+        else if (key == PageKey::annotations)
             copier_.copyAs(Role::annotation, entry->value, text, out);
-        else if (entry->key.isName("AA"))
+        else if (key == PageKey::additionalActions)
             copier_.copyAs(Role::additionalActions, entry->value, text, out);
         else
             copier_.rewriteCommonEntry(*entry, entries);

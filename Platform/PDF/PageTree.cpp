@@ -11,6 +11,7 @@
 
 #include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/Limits.h"
+#include "Platform/PDF/PageKey.h"
 
 namespace quirebind {
 
@@ -71,13 +72,12 @@ class PageTreeWalk {
         std::array<Value, kInheritableAttributes.size()> inheritable;
 
         /// Null where the key is that of another entry.
-        [[nodiscard]] Value* placeOf(Value key) {
-            if (key.isName("Type")) return &type;
-            if (key.isName("Kids")) return &kids;
-            if (key.isName("Count")) return &count;
-            for (std::size_t i = 0; i < kInheritableAttributes.size(); ++i)
-                if (key.isName(kInheritableAttributes[i])) return &inheritable[i];
-            return nullptr;
+        [[nodiscard]] Value* placeOf(PageKey key) {
+            if (key == PageKey::type) return &type;
+            if (key == PageKey::kids) return &kids;
+            if (key == PageKey::count) return &count;
+            const auto attribute = inheritableAttribute(key);
+            return attribute ? &inheritable.at(*attribute) : nullptr;
         }
 
         [[nodiscard]] bool isNode() const { return !kids.isNull() || type.isName("Pages"); }
@@ -95,7 +95,7 @@ class PageTreeWalk {
     static Entries readEntries(DictionaryReader reader) {
         Entries entries;
         while (const auto entry = reader.next()) {
-            Value* const place = entries.placeOf(entry->key);
+            Value* const place = entries.placeOf(pageKeyOf(entry->key));
             if (place != nullptr && place->text().empty()) *place = entry->value;
         }
         return entries;
