@@ -16,8 +16,9 @@ namespace quirebind {
 ImportSession::ImportSession(SourceDocument& source, OutputParts& output)
     : serial_(source.serial()),
       tree_(source.pageTree()),
-      copier_(source.reader(), output.writer, output.sharedStreams, output.structureKeys),
-      pages_(source.pageTree(), copier_),
+      copier_(source.reader(), output.writer, output.sharedStreams, output.structureKeys,
+              output.objectParts),
+      pages_(source.pageTree(), copier_, output.pageParts),
       copies_(copier_.map(), source.pageTree().pages().size()),
       names_(source.reader(), source.catalog()),
       destinations_(source.reader(), names_, copies_),

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "Platform/PDF/Characters.h"
+#include "Platform/PDF/Limits.h"
 
 namespace quirebind {
 namespace {

@@ -21,7 +21,7 @@ class MappedText {
     /// `object` is the number in the source of what the text is all of; 0 where it is none.
     MappedText(std::string_view text, const FoundParts& parts, ReferenceMap& map,
                std::uint32_t object = 0)
-        : text_(text), parts_(parts), references_(parts.references), map_(map), object_(object) {}
+        : text_(text), parts_(parts), references_(parts.references()), map_(map), object_(object) {}
 
     /// What a scan of the text has found.
     [[nodiscard]] const FoundParts& parts() const { return parts_; }

@@ -26,14 +26,17 @@ namespace quirebind {
 /// Throws DamagedDocument where the source is damaged; the output is then of no use.
 class ObjectCopier {
  public:
+    /// `parts` are for this alone while anything is copied; what they remember may come from an
+    /// earlier source. All must outlive this.
     ObjectCopier(ObjectReader& reader, DocumentWriter& writer, SharedStreams& shared,
-                 StructureKeyCounter& keys)
+                 StructureKeyCounter& keys, FoundParts& parts)
         : reader_(reader),
           writer_(writer),
           map_(reader, writer),
           sharer_(reader, map_, writer, shared),
           keys_(keys, reader.table().flatLimit()),
-          bodies_(reader.image().size()) {}
+          bodies_(reader.image().size()),
+          parts_(parts) {}
 
     [[nodiscard]] ObjectReader& reader() { return reader_; }
     [[nodiscard]] DocumentWriter& writer() { return writer_; }
@@ -104,7 +107,7 @@ class ObjectCopier {
     std::array<ObjectRewriter*, kRoles> rewriters_{};
     ReferenceMap::Pending current_;
     WorkBudget bodies_;  // they do not overlap, so together they fit the file
-    FoundParts parts_;   // of the object being copied
+    FoundParts& parts_;  // of the object being copied
 };
 
 }  // namespace quirebind

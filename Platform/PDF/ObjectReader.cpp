@@ -97,7 +97,6 @@ bool ObjectReader::isAbsent(Value value) {
 }
 
 SourceObject ObjectReader::read(std::uint32_t number, FoundParts* parts) {
-    if (parts != nullptr) parts->clear();
     SourceObject object;
     object.number = number;
     switch (table_.find(number).kind) {
@@ -109,6 +108,7 @@ SourceObject ObjectReader::read(std::uint32_t number, FoundParts* parts) {
             break;
         case ObjectLocation::Kind::unlisted:
         case ObjectLocation::Kind::free:
+            if (parts != nullptr) parts->clear();
             break;
     }
     if (lost_ && !hasSoundDictionaries(object.value.text()))

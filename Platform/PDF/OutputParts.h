@@ -8,6 +8,7 @@
 
 #include "Platform/PDF/DocumentWriter.h"
 #include "Platform/PDF/Forms/FormWriter.h"
+#include "Platform/PDF/FoundParts.h"
 #include "Platform/PDF/Layers/LayerWriter.h"
 #include "Platform/PDF/OutputIntents/OutputIntents.h"
 #include "Platform/PDF/Sharing/SharedStreams.h"
@@ -20,6 +21,9 @@ namespace quirebind {
 /// What the sources of one output add to, besides its pages.
 struct OutputParts {
     DocumentWriter writer;
+    // Of what the sources' objects are read into: sources of the same maker are alike.
+    FoundParts pageParts{FoundParts::Memory::shapes};
+    FoundParts objectParts{FoundParts::Memory::shapes};
     SharedStreams sharedStreams;
     StructureKeyCounter structureKeys;
     LayerWriter layers;

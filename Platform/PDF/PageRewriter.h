@@ -16,8 +16,9 @@ namespace quirebind {
 /// a page took from its ancestors put on the page itself (ISO 32000-2, 7.7.3.4).
 class PageRewriter {
  public:
-    PageRewriter(const PageTree& tree, ObjectCopier& copier)
-        : tree_(tree), copier_(copier), shared_(tree.values().size()) {}
+    /// `parts` are for this alone while a page is written. All must outlive this.
+    PageRewriter(const PageTree& tree, ObjectCopier& copier, FoundParts& parts)
+        : tree_(tree), copier_(copier), shared_(tree.values().size()), parts_(parts) {}
 
     /// Writes page `index` as object `output` below the node `parent`. What it refers to is queued.
     /// A page without a usable /MediaBox gets one of US Letter size: so big do readers show it.
@@ -46,7 +47,7 @@ class PageRewriter {
     ObjectCopier& copier_;
     std::vector<std::uint32_t> shared_;  // for each value of the tree its own object, 0 for none
     std::string rectangle_;  // the text that was last found to be one; most pages have the same
-    FoundParts parts_;
+    FoundParts& parts_;
 };
 
 }  // namespace quirebind

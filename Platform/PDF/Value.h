@@ -87,11 +87,11 @@ class DictionaryReader {
  private:
     [[nodiscard]] std::optional<DictionaryEntry> nextRead();
     [[nodiscard]] std::optional<DictionaryEntry> nextFound() {
-        if (at_ == found_->entries.size()) {
-            wellFormed_ = found_->wellFormed;
+        if (at_ == found_->entries().size()) {
+            wellFormed_ = found_->wellFormed();
             return std::nullopt;
         }
-        const FoundEntry& entry = found_->entries[at_++];
+        const FoundEntry& entry = found_->entries()[at_++];
         return DictionaryEntry{
             Value(text_.substr(entry.keyBegin, entry.keyEnd - entry.keyBegin)),
             Value(text_.substr(entry.valueBegin, entry.valueEnd - entry.valueBegin))};

@@ -87,16 +87,15 @@ class EntryNotes {
 
     /// A name, or any other value, stands there.
     void add(std::size_t begin, std::size_t end, bool isName) {
-        if (!parts_.wellFormed) return;
+        if (!parts_.wellFormed()) return;
         if (hasKey_) {
-            parts_.entries.back().valueBegin = begin;
-            parts_.entries.back().valueEnd = end;
+            parts_.endLastEntry(begin, end);
             hasKey_ = false;
         } else if (isName) {
-            parts_.entries.push_back({begin, end, end, end});
+            parts_.add(FoundEntry{begin, end, end, end});
             hasKey_ = true;
         } else {
-            parts_.wellFormed = false;
+            parts_.breakOff();
         }
     }
 
@@ -133,7 +132,6 @@ class Scan {
     /// Passes over one token that is not white space. False where the syntax is broken.
     bool step() {
         const std::size_t begin = at_;
-        ++tokens_;
         switch (text_[begin]) {
             case '/':
                 at_ = skipRegular(text_, begin + 1);
@@ -207,42 +205,23 @@ class Scan {
             looked_ = looked;
             at_ = isReference ? end : skipRegular(text_, begin);
             if (kNotes && isReference)
-                parts_.references.push_back({begin - begin_, end - begin_, reference});
+                parts_.add(FoundReference{begin - begin_, end - begin_, reference});
             note(begin, false);
             return true;
         }
-        if (kNotes)
-            innerNumber();
-        else
-            at_ = skipRegular(text_, begin);
-        return true;
-    }
-
-    /// A number further inside: an R that follows two integers tells that they are a reference.
-    void innerNumber() {
-        const std::size_t begin = at_;
-        std::uint64_t value = 0;
-        if (!readUnsigned(text_, at_, value) || (at_ < text_.size() && isRegular(text_[at_]))) {
-            at_ = skipRegular(text_, at_);
-            return;
-        }
-        const std::size_t end = at_;
-        if (isUsualRest(text_, end)) {
-            parts_.references.push_back(
-                {begin - begin_, end + kUsualRest.size() - begin_, referenceTo(value, 0)});
-            at_ = end + kUsualRest.size();
-            return;
-        }
+        at_ = skipRegular(text_, begin);
         older_ = newer_;
-        newer_ = {begin, value, tokens_};
+        newer_ = begin;
+        return true;
     }
 
     /// Behind an R inside brackets that begins at `begin`: notes the reference that ends there.
     void noteReference(std::size_t begin) {
-        if (newer_.token + 1 == tokens_ && older_.token + 2 == tokens_) {
-            parts_.references.push_back({older_.begin - begin_, begin + 1 - begin_,
-                                         referenceTo(older_.value, newer_.value)});
-        }
+        Reference reference;
+        std::size_t end = older_;
+        std::size_t looked = 0;
+        if (readReference(text_, end, reference, looked) && end == begin + 1)
+            parts_.add(FoundReference{older_ - begin_, end - begin_, reference});
     }
 
     /// A signed number, true, false, null, or something that is no value at all. A keyword that
@@ -263,15 +242,8 @@ class Scan {
     std::size_t at_;
     std::size_t begin_ = 0;
     std::size_t looked_ = 0;
-    struct Integer {
-        std::size_t begin = 0;
-        std::uint64_t value = 0;
-        std::size_t token = 0;  // its place among the tokens
-    };
-
-    std::size_t tokens_ = 2;  // so that there is no integer before the first two
-    Integer older_;
-    Integer newer_;
+    std::size_t older_ = 0;   // where the last number but one inside brackets began
+    std::size_t newer_ = 0;   // and the last one
     std::size_t nested_ = 0;  // where what is in the outermost bracket begins, if it has its own
     bool isDictionary_ = false;
     FoundParts& parts_;
@@ -312,8 +284,13 @@ Extent scanValue(std::string_view text, std::size_t at, FoundParts* parts) {
         FoundParts nothing;
         return Scan<false>(text, at, nothing).run();
     }
+    const std::size_t begin = skipWhite(text, at);
+    if (const std::size_t length = parts->recall(text.substr(begin)); length != 0)
+        return {begin, begin + length, begin + length};
     parts->clear();
-    return Scan<true>(text, at, *parts).run();
+    const Extent extent = Scan<true>(text, begin, *parts).run();
+    if (extent.isValue() && text.substr(begin).starts_with("<<")) parts->remember(extent.in(text));
+    return extent;
 }
 
 }  // namespace quirebind

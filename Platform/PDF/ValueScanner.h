@@ -6,52 +6,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <vector>
 
 #include "Platform/PDF/Characters.h"
-#include "Platform/PDF/Limits.h"
+#include "Platform/PDF/FoundParts.h"
 
 namespace quirebind {
-
-/// Names an indirect object of a source (ISO 32000-2, 7.3.10).
-struct Reference {
-    std::uint32_t number = 0;
-    std::uint32_t generation = 0;
-
-    friend bool operator==(const Reference&, const Reference&) = default;
-};
-
-/// An indirect reference and where it stands in the text that was scanned.
-struct FoundReference {
-    std::size_t begin = 0;
-    std::size_t end = 0;
-    Reference reference;
-};
-
-/// An entry of a dictionary, and where its key and its value stand. A last key without a value has
-/// one of no length.
-struct FoundEntry {
-    std::size_t keyBegin = 0;
-    std::size_t keyEnd = 0;
-    std::size_t valueBegin = 0;
-    std::size_t valueEnd = 0;
-};
-
-/// What a scan meets in a value, in the order in which it stands. Positions count from the value's
-/// beginning. Whoever scans many values uses one of these again and again, so that nothing is
-/// allocated.
-struct FoundParts {
-    std::vector<FoundReference> references;  ///< All, however deep.
-    std::vector<FoundEntry> entries;         ///< Of the dictionary that the value itself is.
-    /// Whether there was no other thing where a key should stand; the entries end there.
-    bool wellFormed = true;
-
-    void clear() {
-        references.clear();
-        entries.clear();
-        wellFormed = true;
-    }
-};
 
 /// Where a value stands in a text.
 struct Extent {

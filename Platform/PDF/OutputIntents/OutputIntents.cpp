@@ -25,7 +25,7 @@ std::string simpleEntries(ObjectReader& reader, Value dictionary, std::string_vi
         const Value value = reader.resolve(entry->value);
         FoundParts parts;
         (void)scanValue(value.text(), 0, &parts);
-        if (!parts.references.empty())
+        if (!parts.references().empty())
             throw DamagedDocument("an output intent that is no plain value");
         entries.append(entry->key.text()).append(" ").append(value.text()).append("\n");
     }

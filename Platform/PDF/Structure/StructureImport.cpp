@@ -87,7 +87,7 @@ void StructureImport::readNamespaces(Value namespaces) {
         if (!space.isDictionary()) continue;
         FoundParts parts;
         (void)scanValue(space.text(), 0, &parts);  // its extent is known already
-        const std::string_view text = parts.references.empty() ? space.text() : std::string_view();
+        const std::string_view text = parts.references().empty() ? space.text() : std::string_view();
         if (const auto known = text.empty() ? std::nullopt : writer_.namespaceLike(text))
             map.assign(reference->number, *known);
         else if (const auto copy = map.map(*reference, Role::plain))

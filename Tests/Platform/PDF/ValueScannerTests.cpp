@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "Platform/PDF/Limits.h"
 #include "Platform/PDF/ValueScanner.h"
 
 namespace quirebind {
@@ -88,7 +89,7 @@ std::vector<std::string> referencesIn(std::string_view text) {
     FoundParts parts;
     EXPECT_TRUE(scanValue(text, 0, &parts).isValue());
     std::vector<std::string> result;
-    for (const FoundReference& each : parts.references) {
+    for (const FoundReference& each : parts.references()) {
         result.push_back(std::string(text.substr(each.begin, each.end - each.begin)) + " = " +
                          std::to_string(each.reference.number) + "/" +
                          std::to_string(each.reference.generation));
@@ -117,9 +118,9 @@ TEST(References, areNotFoundInOtherThings) {
 TEST(References, arePlacedFromTheValuesBeginning) {
     FoundParts parts;
     EXPECT_TRUE(scanValue("xx  [1 0 R]", 2, &parts).isValue());
-    ASSERT_EQ(parts.references.size(), 1U);
-    EXPECT_EQ(parts.references[0].begin, 1U);
-    EXPECT_EQ(parts.references[0].end, 6U);
+    ASSERT_EQ(parts.references().size(), 1U);
+    EXPECT_EQ(parts.references()[0].begin, 1U);
+    EXPECT_EQ(parts.references()[0].end, 6U);
 }
 
 TEST(References, toImpossibleObjectsNameNothing) {
@@ -148,12 +149,12 @@ std::vector<std::string> entriesIn(std::string_view text) {
     FoundParts parts;
     EXPECT_TRUE(scanValue(text, 0, &parts).isValue());
     std::vector<std::string> result;
-    for (const FoundEntry& each : parts.entries) {
+    for (const FoundEntry& each : parts.entries()) {
         result.push_back(
             std::string(text.substr(each.keyBegin, each.keyEnd - each.keyBegin)) + " = " +
             std::string(text.substr(each.valueBegin, each.valueEnd - each.valueBegin)));
     }
-    if (!parts.wellFormed) result.emplace_back("broken");
+    if (!parts.wellFormed()) result.emplace_back("broken");
     return result;
 }
 
