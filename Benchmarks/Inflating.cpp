@@ -38,7 +38,7 @@ std::string objects(std::int64_t count) {
 
 std::string encoded(std::string_view plain) {
     ByteBuffer out;
-    FlateEncoder().encode(plain, out);
+    FlateEncoder(FlateEncoder::Effort::thorough).encode(plain, out);
     return std::string(out.text());
 }
 
@@ -89,7 +89,7 @@ BENCHMARK(undoUp);
 
 void deflateObjects(benchmark::State& state) {
     const std::string plain = objects(state.range(0));
-    FlateEncoder encoder;
+    FlateEncoder encoder(FlateEncoder::Effort::quick);
     for ([[maybe_unused]] const auto _ : state) {
         ByteBuffer out;
         encoder.encode(plain, out);

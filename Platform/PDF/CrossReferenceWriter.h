@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "Platform/Files/ByteBuffer.h"
-#include "Platform/PDF/Filters/FlateEncoder.h"
 
 namespace quirebind {
 
@@ -49,6 +48,6 @@ void writeCrossReferenceTable(ByteBuffer& out, const std::vector<OutputLocation>
 
 /// Appends the same as a cross-reference stream, which is object `number` (7.5.8).
 void writeCrossReferenceStream(ByteBuffer& out, std::vector<OutputLocation>& locations,
-                               std::uint32_t number, std::uint32_t root, FlateEncoder& encoder);
+                               std::uint32_t number, std::uint32_t root);
 
 }  // namespace quirebind

@@ -65,6 +65,7 @@ void ObjectCopier::copyCurrent(const SourceObject& object) {
 
 void ObjectCopier::copyObject(const SourceObject& object, const Kind& kind) {
     ByteBuffer& out = writer_.beginObject(current_.output, object.packed);
+    writer_.allowPacked(object.packedSize);
     MappedText text(object.value.text(), parts_, map_, object.number);
     ObjectRewriter* const rewriter = rewriterOf(current_.role);
     // No structure element is a stream. A node of the page tree that the walk did not meet would
@@ -126,6 +127,8 @@ void ObjectCopier::copyStream(const SourceObject& object) {
     SharedStreams::Stream written{.number = current_.output, .dictionary = out.size()};
     appendDictionary(object.value, length, out);
     written.dictionarySize = out.size() - written.dictionary;
+    writer_.allowPacked(static_cast<double>(object.value.text().size()) -
+                        static_cast<double>(written.dictionarySize));
     const std::span<char> body = writer_.streamBody(static_cast<std::size_t>(length));
     reader_.image().copy(object.bodyOffset, body);
     written.body = out.size() - body.size();

@@ -220,6 +220,7 @@ SourceObject ObjectReader::readFromStream(std::uint32_t number, const ObjectLoca
     object.number = number;
     object.value = *value;
     object.packed = true;
+    object.packedSize = stream.packedSize(*value);
     return object;
 }
 
@@ -263,7 +264,7 @@ std::unique_ptr<ObjectStream> ObjectReader::decodeObjectStream(std::uint32_t num
         static_cast<std::uint64_t>(*first) > decoded.bytes.size())
         throw DamagedDocument("an object stream without a usable /First or /N");
     return std::make_unique<ObjectStream>(
-        std::move(decoded.bytes), static_cast<std::size_t>(*first),
+        std::move(decoded.bytes), length, static_cast<std::size_t>(*first),
         static_cast<std::size_t>(*count), decoded.status == DecodeStatus::complete);
 }
 

@@ -29,6 +29,7 @@ struct SourceObject {
     Value value;  ///< For a stream, its dictionary. Null for an object that is not there.
     bool isStream = false;
     bool packed = false;           ///< It came out of an object stream.
+    double packedSize = 0;         ///< What it took there, compressed, in bytes.
     std::uint64_t bodyOffset = 0;  ///< Where a stream's body begins.
 };
 

@@ -12,8 +12,12 @@
 
 namespace quirebind {
 
-ObjectStream::ObjectStream(std::string decoded, std::size_t first, std::size_t count, bool whole)
-    : text_(std::move(decoded)), whole_(whole) {
+ObjectStream::ObjectStream(std::string decoded, std::size_t encodedSize, std::size_t first,
+                           std::size_t count, bool whole)
+    : text_(std::move(decoded)),
+      whole_(whole),
+      packedRatio_(static_cast<double>(encodedSize) /
+                   static_cast<double>(std::max<std::size_t>(text_.size() - first, 1))) {
     const std::string_view text(text_);
     const std::string_view pairs = text.substr(0, first);
     std::size_t at = 0;

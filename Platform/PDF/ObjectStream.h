@@ -22,10 +22,11 @@ namespace quirebind {
 /// ObjectPacker writes what this reads.
 class ObjectStream {
  public:
-    /// `first` is the value under /First. Takes the pairs that are there, however many /N promises.
-    /// `whole` says that `decoded` is all that was encoded; otherwise the value at its end is taken
-    /// for cut off.
-    ObjectStream(std::string decoded, std::size_t first, std::size_t count, bool whole = true);
+    /// What `decoded` is took `encodedSize` bytes. `first` is the value under /First. Takes the
+    /// pairs that are there, however many /N promises. `whole` says that `decoded` is all that was
+    /// encoded; otherwise the value at its end is taken for cut off.
+    ObjectStream(std::string decoded, std::size_t encodedSize, std::size_t first, std::size_t count,
+                 bool whole = true);
 
     /// How many objects are here.
     [[nodiscard]] std::size_t size() const { return members_.size(); }
@@ -37,6 +38,11 @@ class ObjectStream {
     /// What is read is spent from `budget`.
     [[nodiscard]] std::optional<Value> find(std::uint32_t number, std::uint32_t index,
                                             WorkBudget& budget, FoundParts* parts);
+
+    /// The part of the encoded bytes that is for `value`, one of those here.
+    [[nodiscard]] double packedSize(Value value) const {
+        return packedRatio_ * static_cast<double>(value.text().size());
+    }
 
     /// Bytes of memory that this takes.
     [[nodiscard]] std::size_t cost() const;
@@ -50,6 +56,7 @@ class ObjectStream {
 
     std::string text_;
     bool whole_;
+    double packedRatio_;  // what a byte of a value took, with its share of all that is no value
     std::vector<Member> members_;
     std::vector<std::uint32_t> byNumber_;  // indexes into members_, once an index was wrong
 };

@@ -35,6 +35,7 @@ void PageRewriter::write(std::size_t index, std::uint32_t output, std::uint32_t 
     shareLargeValues(attributes.inherited);
 
     ByteBuffer& out = copier_.writer().beginObject(output, object.packed);
+    copier_.writer().allowPacked(object.packedSize);
     out.append("<</Parent ");
     appendReference(parent, out);
     if (!attributes.typed) out.append("/Type/Page");

@@ -10,9 +10,9 @@
 namespace quirebind {
 namespace {
 
-/// What is compressed here came out of object streams that other programs compressed, with zlib's
-/// default as a rule. This level is the fastest whose output is then no larger.
-constexpr int kLevel = 5;
+constexpr int kQuick = 1;
+/// The lowest level whose output is no larger than that of zlib's default.
+constexpr int kThorough = 5;
 
 }  // namespace
 
@@ -20,11 +20,12 @@ void FlateEncoder::Free::operator()(libdeflate_compressor* compressor) const {
     libdeflate_free_compressor(compressor);
 }
 
-FlateEncoder::FlateEncoder() : compressor_(libdeflate_alloc_compressor(kLevel)) {
-    if (!compressor_) throw std::bad_alloc();
-}
-
 void FlateEncoder::encode(std::string_view plain, ByteBuffer& out) {
+    if (!compressor_) {
+        const int level = effort_ == Effort::quick ? kQuick : kThorough;
+        compressor_.reset(libdeflate_alloc_compressor(level));
+        if (!compressor_) throw std::bad_alloc();
+    }
     const std::size_t before = out.size();
     const std::size_t bound = libdeflate_zlib_compress_bound(compressor_.get(), plain.size());
     const auto room = out.extend(bound);

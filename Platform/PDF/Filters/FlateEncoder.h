@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string_view>
 
@@ -15,7 +16,12 @@ namespace quirebind {
 /// Compresses for /FlateDecode (ISO 32000-2, 7.4.4). Keeps its working memory between uses.
 class FlateEncoder {
  public:
-    FlateEncoder();
+    enum class Effort : std::uint8_t {
+        quick,     ///< In half the time.
+        thorough,  ///< As small as zlib's default, or smaller.
+    };
+
+    explicit FlateEncoder(Effort effort) : effort_(effort) {}
 
     /// Appends the compressed form of `plain`. The same input always gives the same bytes.
     void encode(std::string_view plain, ByteBuffer& out);
@@ -24,7 +30,8 @@ class FlateEncoder {
     struct Free {
         void operator()(libdeflate_compressor* compressor) const;
     };
-    std::unique_ptr<libdeflate_compressor, Free> compressor_;
+    Effort effort_;
+    std::unique_ptr<libdeflate_compressor, Free> compressor_;  // once there is something to do
 };
 
 }  // namespace quirebind

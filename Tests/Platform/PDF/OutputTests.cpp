@@ -43,10 +43,11 @@ std::string withoutInheritance(const std::string& label, int pages) {
 }
 
 /// The same as qpdf writes it with object streams.
-std::string packedByQPDF(const Bench& bench, const std::string& name, int pages) {
+std::string packedByQPDF(const Bench& bench, const std::string& name, int pages, int level = 6) {
     const std::string plain = bench.add("plain-" + name, withoutInheritance("q", pages));
     std::string packed = bench.folder() / name;
-    static_cast<void>(runOrFail({"qpdf", "--object-streams=generate", plain, packed}));
+    static_cast<void>(runOrFail({"qpdf", "--object-streams=generate", "--recompress-flate",
+                                 "--compression-level=" + std::to_string(level), plain, packed}));
     return packed;
 }
 
@@ -68,6 +69,19 @@ TEST(Output, keepsPackedObjectsPacked) {
     EXPECT_EQ(test::pageTexts(merged), labelled("q", 300));
     EXPECT_THAT(Bench::read(merged), HasSubstr("/Type/XRef"));
     EXPECT_LE(Bench::read(merged).size(), Bench::read(source).size());
+}
+
+TEST(Output, isNotLargerHoweverWellItsSourcesWerePacked) {
+    const Bench bench;
+    for (const int level : {1, 6, 9}) {
+        const std::string name = std::to_string(level) + ".pdf";
+        const std::string one = packedByQPDF(bench, "one-" + name, 2000, level);
+        const std::string other = packedByQPDF(bench, "other-" + name, 1500, level);
+        const std::string merged = bench.merge({one, other});
+        expectSound(merged, 3500);
+        EXPECT_LE(Bench::read(merged).size(), Bench::read(one).size() + Bench::read(other).size())
+            << level;
+    }
 }
 
 TEST(Output, isClassicWhereTheSourcesAre) {
