@@ -24,15 +24,28 @@ void refuseToOverwrite(FileSystem& files, std::span<const URL> sources, const UR
         if (normalized(resolver, source) == target) throw Failure::sourceOverwrite();
 }
 
+/// The document, which may have changed while it was read.
+PDFDocument opened(FileSystem& files, const URL& url) {
+    auto document = PDFDocument::open(url, files);
+    if (!document) throw Failure::invalid(url.lastPathComponent());
+    if (document->isLocked()) throw Failure::locked(url.lastPathComponent());
+    if (document->pageCount() < 1) throw Failure::empty();
+    return std::move(*document);
+}
+
+void refuseChanged(const PDFDocument& document, const URL& url) {
+    if (!document.isUnchangedOnDisk()) throw Failure::invalid(url.lastPathComponent());
+}
+
 void appendSource(PDFDocument& output, FileSystem& files, const URL& url) {
-    const PDFDocument source = openOn(files, url);
+    const PDFDocument source = opened(files, url);
     const std::size_t pageCount = source.pageCount();
     for (std::size_t index = 0; index < pageCount; ++index) {
         const auto page = source.pageAtIndex(index);
         if (!page || !output.insertPage(*page, output.pageCount()))
             throw Failure::invalid(url.lastPathComponent());
     }
-    if (!source.isUnchangedOnDisk()) throw Failure::invalid(url.lastPathComponent());
+    refuseChanged(source, url);
 }
 
 /// All sources in one document. Running out of memory is the failure of the source being copied.
@@ -51,12 +64,9 @@ PDFDocument joined(FileSystem& files, std::span<const URL> sources) {
 }  // namespace
 
 PDFDocument openOn(FileSystem& files, const URL& url) {
-    auto document = PDFDocument::open(url, files);
-    if (!document) throw Failure::invalid(url.lastPathComponent());
-    if (document->isLocked()) throw Failure::locked(url.lastPathComponent());
-    if (document->pageCount() < 1) throw Failure::empty();
-    if (!document->isUnchangedOnDisk()) throw Failure::invalid(url.lastPathComponent());
-    return std::move(*document);
+    PDFDocument document = opened(files, url);
+    refuseChanged(document, url);
+    return document;
 }
 
 void mergeOn(FileSystem& files, std::span<const URL> sources, const URL& destination) {

@@ -118,9 +118,9 @@ std::string SymlinkResolver::resolve(const std::string& path) {
     std::string absolute = path;
     if (path.front() != '/') {
         std::error_code error;
-        const std::string folder = std::filesystem::current_path(error).string();
+        if (workingFolder_.empty()) workingFolder_ = std::filesystem::current_path(error).string();
         if (error) return path;
-        absolute = folder + '/' + path;
+        absolute = workingFolder_ + '/' + path;
     }
     const std::size_t name = absolute.rfind('/') + 1;
     if (folder_ != std::string_view(absolute).substr(0, name)) {

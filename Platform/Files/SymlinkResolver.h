@@ -13,8 +13,9 @@ namespace quirebind {
 /// Follows every symbolic link in a path, as the kernel would follow them: ".." leaves the folder
 /// that a link led to, not the one that the link stands in. Reports no errors.
 ///
-/// Of several paths one after another into the same folder, that folder is walked to once: what
-/// happens to it meanwhile is not noticed. Used by one thread.
+/// Of several paths one after another into the same folder, that folder is walked to once, and the
+/// working folder is asked for once: what happens to them meanwhile is not noticed. Used by one
+/// thread.
 class SymlinkResolver {
  public:
     /// `files` must outlive this.
@@ -36,6 +37,7 @@ class SymlinkResolver {
     class Walk;
 
     FileSystem& files_;
+    std::string workingFolder_;           // empty until it is needed
     std::string folder_;                  // as it was given, with its separator
     std::unique_ptr<const Walk> inside_;  // a walk that has come there; none where it cannot
 };
