@@ -85,6 +85,7 @@ void FoundParts::clear() {
     shape.references.clear();
     shape.entries.clear();
     shape.wellFormed = true;
+    shape.serial = 0;
     if (shape.entries.capacity() != 0) return;
     constexpr std::size_t kUsual = 16;  // more than most dictionaries have
     shape.references.reserve(kUsual);
@@ -92,8 +93,11 @@ void FoundParts::clear() {
 }
 
 void FoundParts::remember(std::string_view dictionary) {
-    if (remembered_ != 0 && dictionary.size() >= kShortest && dictionary.size() <= kLongest)
-        shapes_[current_].text = dictionary;
+    if (remembered_ == 0 || dictionary.size() < kShortest || dictionary.size() > kLongest) return;
+    Shape& shape = shapes_[current_];
+    shape.text = dictionary;
+    // Digits behind a number sign stand for any character (ISO 32000-2, 7.3.5).
+    if (dictionary.find('#') == std::string_view::npos) shape.serial = ++lastSerial_;
 }
 
 }  // namespace quirebind

@@ -61,6 +61,11 @@ class FoundParts {
     /// Whether there was no other thing where a key should stand; the entries end there.
     [[nodiscard]] bool wellFormed() const { return shapes_[current_].wellFormed; }
 
+    /// Dictionaries of which this says the same have the same keys and values of the same kinds,
+    /// but for digits in names: what is called or is named something without digits is so in all.
+    /// 0 for one of which nothing can be said.
+    [[nodiscard]] std::uint64_t shape() const { return shapes_[current_].serial; }
+
     /// Makes this what is found in the dictionary at the beginning of `text`, if it has a shape
     /// that is remembered. Returns its length, or 0 if it has not.
     [[nodiscard]] std::size_t recall(std::string_view text);
@@ -85,6 +90,7 @@ class FoundParts {
         std::vector<FoundReference> references;
         std::vector<FoundEntry> entries;
         bool wellFormed = true;
+        std::uint64_t serial = 0;
 
         [[nodiscard]] bool isThatOf(std::string_view other) const;
         [[nodiscard]] bool readReferences(std::string_view other);
@@ -96,6 +102,7 @@ class FoundParts {
     std::size_t remembered_;  // how many of them: all or none
     std::size_t current_ = 0;
     std::size_t oldest_ = 0;
+    std::uint64_t lastSerial_ = 0;
 };
 
 }  // namespace quirebind

@@ -193,10 +193,16 @@ class PageTreeWalk {
             damaged(Loss::broken, "a page that is no dictionary");
             return;
         }
+        const std::uint64_t shape = found.isLast ? parts_.shape() : 0;
+        if (shape != 0 && shape == pageShape_) {
+            addPage(found);
+            return;
+        }
         const Entries entries = readEntries(found.isLast ? DictionaryReader(found.value, parts_)
                                                          : DictionaryReader(found.value));
         // Some files leave out /Type; /Kids tells a node from a page.
         if (!entries.isNode()) {
+            pageShape_ = shape;
             addPage(found);
             return;
         }
@@ -315,6 +321,7 @@ class PageTreeWalk {
     std::uint64_t room_;  // for pages, and for nodes
     PageTree tree_;
     FoundParts parts_{FoundParts::Memory::shapes};  // of what was read last
+    std::uint64_t pageShape_ = 0;                   // that of the last page
     std::vector<OpenNode> open_;
     std::vector<std::string> directs_;  // kids that are no objects of their own
     std::set<std::uint32_t> onPath_;    // the nodes in open_
