@@ -55,9 +55,10 @@ BENCHMARK(writeTable)->RangeMultiplier(kStep)->Range(kFewest, kMost);
 void writeTableStream(benchmark::State& state) {
     std::vector<OutputLocation> places = locations(state.range(0) + 1);
     const auto number = static_cast<std::uint32_t>(state.range(0));
+    FrugalEncoder encoder;
     for ([[maybe_unused]] const auto _ : state) {
         ByteBuffer out;
-        writeCrossReferenceStream(out, places, number, 1);
+        writeCrossReferenceStream(out, places, number, 1, encoder);
         benchmark::DoNotOptimize(out.text().data());
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));

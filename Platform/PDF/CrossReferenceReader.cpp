@@ -266,6 +266,7 @@ std::string CrossReferenceReader::readTable(std::uint64_t offset) {
     TableCursor cursor(image_, offset, budget_);
     std::vector<std::uint64_t> freed;
     while (!cursor.keyword("trailer")) readSubsection(cursor, freed);
+    result_.table.addStored(cursor.offset() - offset);
     std::string trailer = readTrailerDictionary(image_, cursor.offset(), budget_);
     // What a hybrid file hides from old readers it lists as free in the table and again in the
     // stream, so the stream comes first.
@@ -308,6 +309,7 @@ std::string CrossReferenceReader::readStream(std::uint64_t offset) {
     const Decoded rows = decodeStream(trailer, body, directOnly, budget_);
     if (rows.status == DecodeStatus::tooLarge)
         throw DamagedDocument("a cross-reference stream cannot be decoded");
+    result_.table.addStored(length);
     const bool allPromised = addRows(rows.bytes, trailer);
     // A wrong checksum does no harm; rows that are missing would make objects disappear.
     if (rows.status != DecodeStatus::complete && !allPromised)

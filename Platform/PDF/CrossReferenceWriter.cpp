@@ -12,7 +12,6 @@
 
 #include <xxhash.h>
 
-#include "Platform/PDF/Filters/FlateEncoder.h"
 #include "Platform/PDF/ReferenceText.h"
 
 namespace quirebind {
@@ -170,14 +169,13 @@ void writeCrossReferenceTable(ByteBuffer& out, const std::vector<OutputLocation>
 }
 
 void writeCrossReferenceStream(ByteBuffer& out, std::vector<OutputLocation>& locations,
-                               std::uint32_t number, std::uint32_t root) {
+                               std::uint32_t number, std::uint32_t root, FrugalEncoder& encoder) {
     const std::uint64_t start = out.size();
     locations[number] = OutputLocation::inFile(start);
     // No position exceeds this one but the numbers of objects.
     const std::size_t positionWidth = bytesFor(std::max<std::uint64_t>(start, locations.size()));
     ByteBuffer body;
-    FlateEncoder(FlateEncoder::Effort::thorough)
-        .encode(predictedRows(locations, positionWidth).text(), body);
+    encoder.encode(predictedRows(locations, positionWidth).text(), body);
 
     out.append(std::uint64_t{number});
     out.append(" 0 obj\n<</Type/XRef/W[1 ");

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Platform/Files/ByteBuffer.h"
+#include "Platform/PDF/Filters/FrugalEncoder.h"
 
 namespace quirebind {
 
@@ -48,6 +49,6 @@ void writeCrossReferenceTable(ByteBuffer& out, const std::vector<OutputLocation>
 
 /// Appends the same as a cross-reference stream, which is object `number` (7.5.8).
 void writeCrossReferenceStream(ByteBuffer& out, std::vector<OutputLocation>& locations,
-                               std::uint32_t number, std::uint32_t root);
+                               std::uint32_t number, std::uint32_t root, FrugalEncoder& encoder);
 
 }  // namespace quirebind

@@ -78,7 +78,7 @@ void DocumentWriter::endStream() {
 
 void DocumentWriter::flushPacker() {
     if (packer_.empty()) return;
-    packer_.writeTo(beginObject(packerNumber_, false));
+    packer_.writeTo(beginObject(packerNumber_, false), encoder_);
     out_.append(kEndObject);
     open_ = 0;
 }
@@ -90,7 +90,7 @@ ByteBuffer DocumentWriter::finish(std::uint32_t root, Version version) {
     if (packs_ || out_.size() > kLongestOffset) {
         version = std::max(version, Version{1, 5});
         const std::uint32_t number = reserve();
-        writeCrossReferenceStream(out_, locations_, number, root);
+        writeCrossReferenceStream(out_, locations_, number, root, encoder_);
     } else {
         writeCrossReferenceTable(out_, locations_, root);
     }

@@ -11,6 +11,7 @@
 
 #include "Platform/Files/ByteBuffer.h"
 #include "Platform/PDF/CrossReferenceWriter.h"
+#include "Platform/PDF/Filters/FrugalEncoder.h"
 #include "Platform/PDF/ObjectPacker.h"
 #include "Platform/PDF/Version.h"
 
@@ -41,9 +42,9 @@ class DocumentWriter {
     [[nodiscard]] ByteBuffer& beginObject(std::uint32_t number, bool packed);
     void endObject();
 
-    /// What is written takes `bytes` less than it did in its source, object streams apart: these
-    /// may take so much. A negative number where it takes more.
-    void allowPacked(double bytes) { packer_.allow(bytes); }
+    /// What was read of a source takes `bytes` less here than it does there, object streams and the
+    /// cross-reference stream apart: these may take so much. A negative number where it takes more.
+    void allowPacked(double bytes) { encoder_.allow(bytes); }
 
     /// Writes null as object `number`. If it was begun, what was written of it is taken back.
     void writeNull(std::uint32_t number);
@@ -71,6 +72,7 @@ class DocumentWriter {
     ByteBuffer out_;
     std::vector<OutputLocation> locations_;  // by object number; 0 is never an object
     ObjectPacker packer_;
+    FrugalEncoder encoder_;
     std::uint32_t packerNumber_ = 0;  // of the object stream being collected
     std::uint32_t open_ = 0;          // the object that is begun and not ended
     std::size_t begun_ = 0;           // where its value begins

@@ -39,6 +39,11 @@ class ObjectTable {
         entries_.at(number) = location;
     }
 
+    /// Notes that a section of the table takes so many bytes of the file.
+    void addStored(std::uint64_t bytes) { stored_ += bytes; }
+    /// What all sections take.
+    [[nodiscard]] std::uint64_t storedBytes() const { return stored_; }
+
     /// Below this, object numbers are worth flat storage.
     [[nodiscard]] std::size_t flatLimit() const { return flatLimit_; }
 
@@ -46,6 +51,7 @@ class ObjectTable {
     std::size_t flatLimit_;
     std::uint64_t room_;
     std::uint64_t wildRoom_;
+    std::uint64_t stored_ = 0;
     SparseArray<ObjectLocation> entries_;
 };
 
