@@ -48,7 +48,7 @@ ImportSession::ImportSession(SourceDocument& source, OutputParts& output)
         if (object != 0 && !map.isAssigned(object)) map.assignPage(object, i);
     }
 
-    const Value catalog = source.catalog();
+    const Catalog& catalog = source.catalog();
     if (!catalog.find("OCProperties").isNull())
         parts_.push_back(std::make_unique<LayerImport>(copier_, catalog, output.layers));
     if (!catalog.find("Threads").isNull())
@@ -64,7 +64,7 @@ ImportSession::ImportSession(SourceDocument& source, OutputParts& output)
 
 /// The last of the parts, since elements refer to what the others copy. What has lost its structure
 /// is not tagged.
-void ImportSession::addStructure(Value catalog, OutputParts& output) {
+void ImportSession::addStructure(const Catalog& catalog, OutputParts& output) {
     Marking marking = readMarking(catalog, copier_.reader());
     if (!catalog.find("StructTreeRoot").isNull()) {
         auto structure =

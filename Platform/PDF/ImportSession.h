@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "Platform/PDF/Annotations/AnnotationRewriter.h"
+#include "Platform/PDF/Catalog.h"
 #include "Platform/PDF/DocumentPart.h"
 #include "Platform/PDF/Forms/FieldNamesRewriter.h"
 #include "Platform/PDF/Forms/FieldRewriter.h"
@@ -55,7 +56,7 @@ class ImportSession : public SourceObserver {
 
  private:
     void numberPackedPages(std::size_t first);
-    void addStructure(Value catalog, OutputParts& output);
+    void addStructure(const Catalog& catalog, OutputParts& output);
 
     std::uint64_t serial_;
     const PageTree& tree_;

@@ -116,13 +116,13 @@ void SourceDocument::readPages(Value trailer, PageTree::Damage damage) {
     const Value root = trailer.find("Root");
     const Value catalog = reader_->resolve(root);
     if (!catalog.isDictionary()) throw DamagedDocument("no catalog");
-    catalog_ = catalog.text();
-    const std::string version = reader_->resolve(catalog.find("Version")).name();
+    catalog_ = Catalog(catalog);
+    const std::string version = reader_->resolve(catalog_.find("Version")).name();
     version_ = std::max(version_, parseVersion(version).value_or(Version()));
 
-    for (const Value& value : {root, Value(catalog_).find("StructTreeRoot")})
+    for (const Value& value : {root, catalog_.find("StructTreeRoot")})
         if (const auto reference = value.reference()) documentObjects_.push_back(reference->number);
-    pageTree_ = PageTree::read(*reader_, Value(catalog_).find("Pages"), damage);
+    pageTree_ = PageTree::read(*reader_, catalog_.find("Pages"), damage);
 }
 
 /// Lets the reader decrypt where the document is encrypted; false where that takes a password.

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "Platform/PDF/Catalog.h"
 #include "Platform/PDF/ObjectReader.h"
 #include "Platform/PDF/PageTree.h"
 #include "Platform/PDF/Version.h"
@@ -52,8 +53,8 @@ class SourceDocument {
     [[nodiscard]] Version version() const { return version_; }
     /// Empty while the document is locked.
     [[nodiscard]] const PageTree& pageTree() const { return pageTree_; }
-    /// The catalog dictionary; absent while the document is locked.
-    [[nodiscard]] Value catalog() const { return Value(catalog_); }
+    /// The catalog; without entries while the document is locked.
+    [[nodiscard]] const Catalog& catalog() const { return catalog_; }
     /// Objects that stand for the document as a whole; no page needs them.
     [[nodiscard]] const std::vector<std::uint32_t>& documentObjects() const {
         return documentObjects_;
@@ -75,7 +76,7 @@ class SourceDocument {
     URL url_;
     bool locked_ = false;
     Version version_;
-    std::string catalog_;
+    Catalog catalog_;
     std::vector<std::uint32_t> documentObjects_;
     PageTree pageTree_;
     std::unique_ptr<ObjectReader> reader_;

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "Platform/PDF/Catalog.h"
 #include "Platform/PDF/DocumentPart.h"
 #include "Platform/PDF/ObjectCopier.h"
 #include "Platform/PDF/Value.h"
@@ -17,14 +18,14 @@ namespace quirebind {
 class ArticleImport : public DocumentPart {
  public:
     /// All must outlive this. The numbers of the threads are appended to `threads`.
-    ArticleImport(ObjectCopier& copier, Value catalog, std::vector<std::uint32_t>& threads)
+    ArticleImport(ObjectCopier& copier, const Catalog& catalog, std::vector<std::uint32_t>& threads)
         : copier_(copier), catalog_(catalog), threads_(threads) {}
 
     void finish() override;
 
  private:
     ObjectCopier& copier_;
-    Value catalog_;
+    const Catalog& catalog_;
     std::vector<std::uint32_t>& threads_;
 };
 

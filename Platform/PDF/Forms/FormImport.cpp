@@ -11,7 +11,7 @@
 
 namespace quirebind {
 
-FormImport::FormImport(ObjectCopier& copier, const PageCopies& pages, Value catalog,
+FormImport::FormImport(ObjectCopier& copier, const PageCopies& pages, const Catalog& catalog,
                        FormWriter& writer, FormChanges& changes)
     : copier_(copier), pages_(pages), writer_(writer), changes_(changes) {
     attempt(copier_.reader(),

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Platform/PDF/Catalog.h"
 #include "Platform/PDF/DocumentPart.h"
 #include "Platform/PDF/Forms/FieldTree.h"
 #include "Platform/PDF/Forms/FormChanges.h"
@@ -32,8 +33,8 @@ class FormImport : public DocumentPart {
  public:
     /// Nothing is copied yet. Fills `changes` in. All must outlive this. Throws DamagedDocument
     /// only where the source is exhausted.
-    FormImport(ObjectCopier& copier, const PageCopies& pages, Value catalog, FormWriter& writer,
-               FormChanges& changes);
+    FormImport(ObjectCopier& copier, const PageCopies& pages, const Catalog& catalog,
+               FormWriter& writer, FormChanges& changes);
 
     void finish() override;
 

@@ -38,7 +38,7 @@ void LayerImport::forEachReference(Value array, Visit visit) {
         if (const auto reference = element->reference()) visit(*reference);
 }
 
-LayerImport::LayerImport(ObjectCopier& copier, Value catalog, LayerWriter& writer)
+LayerImport::LayerImport(ObjectCopier& copier, const Catalog& catalog, LayerWriter& writer)
     : copier_(copier), catalog_(catalog), writer_(writer), source_(writer.nextSource()) {
     attempt(copier_.reader(), [&] {
         const Value properties = copier.reader().resolve(catalog_.find("OCProperties"));

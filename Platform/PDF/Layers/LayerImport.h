@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "Platform/PDF/Catalog.h"
 #include "Platform/PDF/DocumentPart.h"
 #include "Platform/PDF/Layers/LayerWriter.h"
 #include "Platform/PDF/ObjectCopier.h"
@@ -25,7 +26,7 @@ namespace quirebind {
 class LayerImport : public DocumentPart, public ObjectRewriter {
  public:
     /// All must outlive this.
-    LayerImport(ObjectCopier& copier, Value catalog, LayerWriter& writer);
+    LayerImport(ObjectCopier& copier, const Catalog& catalog, LayerWriter& writer);
 
     /// Writes a group.
     void rewrite(Value value, MappedText& text, ByteBuffer& out) override;
@@ -51,7 +52,7 @@ class LayerImport : public DocumentPart, public ObjectRewriter {
     [[nodiscard]] std::string copiesIn(Value array);
 
     ObjectCopier& copier_;
-    Value catalog_;
+    const Catalog& catalog_;
     LayerWriter& writer_;
     std::uint32_t source_;
     std::set<std::uint32_t> groups_;     // all of the source

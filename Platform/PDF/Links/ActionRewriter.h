@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "Platform/PDF/Catalog.h"
 #include "Platform/PDF/Links/Destinations.h"
 #include "Platform/PDF/ObjectCopier.h"
 #include "Platform/PDF/ObjectRewriter.h"
@@ -13,7 +14,7 @@ namespace quirebind {
 /// the copy of that page, or of that article; what follows an action follows its copy.
 class ActionRewriter : public ObjectRewriter {
  public:
-    ActionRewriter(ObjectCopier& copier, Destinations& destinations, Value catalog)
+    ActionRewriter(ObjectCopier& copier, Destinations& destinations, const Catalog& catalog)
         : copier_(copier), destinations_(destinations), catalog_(catalog) {}
 
     /// An action or an array of them.
@@ -26,7 +27,7 @@ class ActionRewriter : public ObjectRewriter {
 
     ObjectCopier& copier_;
     Destinations& destinations_;
-    Value catalog_;
+    const Catalog& catalog_;
     int depth_ = 0;  // of the direct actions that stand in one another
 };
 

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Platform/PDF/Catalog.h"
 #include "Platform/PDF/ObjectReader.h"
 #include "Platform/PDF/Value.h"
 
@@ -21,7 +22,8 @@ namespace quirebind {
 class NamedDestinations {
  public:
     /// `catalog` and `reader` must outlive this.
-    NamedDestinations(ObjectReader& reader, Value catalog) : reader_(reader), catalog_(catalog) {}
+    NamedDestinations(ObjectReader& reader, const Catalog& catalog)
+        : reader_(reader), catalog_(catalog) {}
 
     /// What stands under that name: a destination or a reference to one, valid as long as this.
     /// Nothing where there is none. Of a name that is listed twice the first counts.
@@ -39,7 +41,7 @@ class NamedDestinations {
     [[nodiscard]] std::string_view nameOf(const Entry& entry) const;
 
     ObjectReader& reader_;
-    Value catalog_;
+    const Catalog& catalog_;
     bool isRead_ = false;
     std::string texts_;
     std::vector<Entry> entries_;  // by name, once they are read

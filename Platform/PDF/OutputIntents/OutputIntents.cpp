@@ -43,13 +43,13 @@ std::string bodyOf(ObjectReader& reader, const SourceObject& stream) {
 
 }  // namespace
 
-OutputIntents OutputIntents::read(ObjectReader& reader, Value catalog) {
+OutputIntents OutputIntents::read(ObjectReader& reader, const Catalog& catalog) {
     OutputIntents result;
     attempt(reader, [&] { result = readSound(reader, catalog); });
     return result;
 }
 
-OutputIntents OutputIntents::readSound(ObjectReader& reader, Value catalog) {
+OutputIntents OutputIntents::readSound(ObjectReader& reader, const Catalog& catalog) {
     OutputIntents result;
     ArrayReader intents(reader.resolve(catalog.find("OutputIntents")));
     while (const auto intent = intents.next()) {
@@ -98,7 +98,7 @@ std::uint32_t OutputIntents::write(DocumentWriter& writer) const {
     return number;
 }
 
-void CommonOutputIntents::add(ObjectReader& reader, Value catalog) {
+void CommonOutputIntents::add(ObjectReader& reader, const Catalog& catalog) {
     const bool isFirst = std::exchange(isFirst_, false);
     if (!isFirst && common_.empty()) return;
     OutputIntents intents = OutputIntents::read(reader, catalog);

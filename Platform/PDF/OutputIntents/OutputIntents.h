@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "Platform/PDF/Catalog.h"
 #include "Platform/PDF/DocumentWriter.h"
 #include "Platform/PDF/ObjectReader.h"
 #include "Platform/PDF/Value.h"
@@ -22,7 +23,7 @@ class OutputIntents {
 
     /// Reads what is under /OutputIntents of the catalog. None where there are none, or where they
     /// cannot be told as plain values. Throws DamagedDocument only where the source is exhausted.
-    [[nodiscard]] static OutputIntents read(ObjectReader& reader, Value catalog);
+    [[nodiscard]] static OutputIntents read(ObjectReader& reader, const Catalog& catalog);
 
     [[nodiscard]] bool empty() const { return intents_.empty(); }
 
@@ -40,7 +41,7 @@ class OutputIntents {
         friend bool operator==(const Intent&, const Intent&) = default;
     };
 
-    [[nodiscard]] static OutputIntents readSound(ObjectReader& reader, Value catalog);
+    [[nodiscard]] static OutputIntents readSound(ObjectReader& reader, const Catalog& catalog);
     [[nodiscard]] static Intent readIntent(ObjectReader& reader, Value intent);
 
     std::vector<Intent> intents_;
@@ -50,7 +51,7 @@ class OutputIntents {
 class CommonOutputIntents {
  public:
     /// Adds what a source, with whatever catalog, is made for.
-    void add(ObjectReader& reader, Value catalog);
+    void add(ObjectReader& reader, const Catalog& catalog);
 
     /// Writes them; gives the number of their array, nothing where there are none.
     [[nodiscard]] std::optional<std::uint32_t> finish(DocumentWriter& writer) const;

@@ -7,7 +7,7 @@
 
 namespace quirebind {
 
-Marking readMarking(Value catalog, ObjectReader& reader) {
+Marking readMarking(const Catalog& catalog, ObjectReader& reader) {
     const Value info = reader.resolveIfSound(catalog.find("MarkInfo"));
     const auto says = [&](std::string_view key) {
         return reader.resolveIfSound(info.find(key)).boolean().value_or(false);

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "Platform/Files/ByteBuffer.h"
+#include "Platform/PDF/Catalog.h"
 #include "Platform/PDF/ObjectReader.h"
 #include "Platform/PDF/Value.h"
 
@@ -21,7 +22,7 @@ struct Marking {
 };
 
 /// What is damaged is not said. Throws DamagedDocument only where the document is exhausted.
-[[nodiscard]] Marking readMarking(Value catalog, ObjectReader& reader);
+[[nodiscard]] Marking readMarking(const Catalog& catalog, ObjectReader& reader);
 
 /// Joins what the sources say: the output is marked, or in one language, where all of them are.
 class MarkingWriter {

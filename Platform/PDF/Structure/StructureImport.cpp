@@ -9,7 +9,7 @@
 
 namespace quirebind {
 
-std::unique_ptr<StructureImport> StructureImport::open(ObjectCopier& copier, Value catalog,
+std::unique_ptr<StructureImport> StructureImport::open(ObjectCopier& copier, const Catalog& catalog,
                                                        Pages pages, std::string language,
                                                        StructureWriter& writer) {
     const Value root = catalog.find("StructTreeRoot");
@@ -87,7 +87,8 @@ void StructureImport::readNamespaces(Value namespaces) {
         if (!space.isDictionary()) continue;
         FoundParts parts;
         (void)scanValue(space.text(), 0, &parts);  // its extent is known already
-        const std::string_view text = parts.references().empty() ? space.text() : std::string_view();
+        const std::string_view text =
+            parts.references().empty() ? space.text() : std::string_view();
         if (const auto known = text.empty() ? std::nullopt : writer_.namespaceLike(text))
             map.assign(reference->number, *known);
         else if (const auto copy = map.map(*reference, Role::plain))

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "Platform/PDF/Catalog.h"
 #include "Platform/PDF/DocumentPart.h"
 #include "Platform/PDF/Links/PageCopies.h"
 #include "Platform/PDF/ObjectCopier.h"
@@ -41,8 +42,9 @@ class StructureImport : public DocumentPart {
 
     /// Nothing where the source has no structure that can be read. `language` is the catalog's.
     /// Everything else must outlive the result.
-    [[nodiscard]] static std::unique_ptr<StructureImport> open(ObjectCopier& copier, Value catalog,
-                                                               Pages pages, std::string language,
+    [[nodiscard]] static std::unique_ptr<StructureImport> open(ObjectCopier& copier,
+                                                               const Catalog& catalog, Pages pages,
+                                                               std::string language,
                                                                StructureWriter& writer);
 
     StructureImport(ObjectCopier& copier, Value root, Pages pages, std::string language,
