@@ -69,6 +69,7 @@ class PageTreeWalk {
         Value type;
         Value kids;
         Value count;
+        Value parent;
         std::array<Value, kInheritableAttributes.size()> inheritable;
 
         /// Null where the key is that of another entry.
@@ -76,6 +77,7 @@ class PageTreeWalk {
             if (key == PageKey::type) return &type;
             if (key == PageKey::kids) return &kids;
             if (key == PageKey::count) return &count;
+            if (key == PageKey::parent) return &parent;
             const auto attribute = inheritableAttribute(key);
             return attribute ? &inheritable.at(*attribute) : nullptr;
         }
@@ -91,8 +93,15 @@ class PageTreeWalk {
         bool isLast = false;  ///< Nothing was read after it: parts_ are its parts.
     };
 
+    struct Node {
+        Found found;
+        Entries entries;
+    };
+
     /// In one pass: some nodes are as long as the document.
-    static Entries readEntries(DictionaryReader reader) {
+    [[nodiscard]] Entries readEntries(const Found& found) const {
+        DictionaryReader reader =
+            found.isLast ? DictionaryReader(found.value, parts_) : DictionaryReader(found.value);
         Entries entries;
         while (const auto entry = reader.next()) {
             Value* const place = entries.placeOf(pageKeyOf(entry->key));
@@ -115,7 +124,7 @@ class PageTreeWalk {
     Found read(Reference reference) {
         if (!reader_.exists(reference)) return {};
         const SourceObject object = reader_.read(reference.number, &parts_);
-        return {reference.number, object.value, object.isStream};
+        return {reference.number, object.value, object.isStream, true};
     }
 
     /// What `value` leads to.
@@ -134,7 +143,6 @@ class PageTreeWalk {
         try {
             Found found = read(reference);
             if (found.value.reference()) found = follow(found.value);
-            found.isLast = true;
             if (!found.value.isNull()) return found;
             noteNull();
         } catch (const DamagedDocument&) {
@@ -146,14 +154,14 @@ class PageTreeWalk {
 
     /// What is at the root of the tree that `start` is in. Some catalogs name a node further down,
     /// or a page.
-    Found findRoot(Value start) {
-        Found root = follow(start);
-        if (!root.value.isDictionary()) throw DamagedDocument("a catalog without a page tree");
-        std::set<std::uint32_t> visited{root.object};
+    Node findRoot(Value start) {
+        const Found found = follow(start);
+        if (!found.value.isDictionary()) throw DamagedDocument("a catalog without a page tree");
+        Node root{found, readEntries(found)};
+        std::set<std::uint32_t> visited{found.object};
         for (;;) {
-            const Found parent = parentOf(root);
-            if (!readEntries(DictionaryReader(parent.value)).isNode() ||
-                !visited.insert(parent.object).second)
+            const Node parent = parentOf(root);
+            if (!parent.entries.isNode() || !visited.insert(parent.found.object).second)
                 return root;
             if (!bypasses_) throw DamagedDocument("a page tree that does not begin at its root");
             if (visited.size() > limits::kPageTreeDepth)
@@ -162,47 +170,50 @@ class PageTreeWalk {
         }
     }
 
-    Found parentOf(const Found& node) {
+    Node parentOf(const Node& node) {
         try {
-            return follow(node.value.find("Parent"));
+            const Found found = follow(node.entries.parent);
+            return {found, readEntries(found)};
         } catch (const DamagedDocument&) {
             if (!bypasses_ || reader_.isExhausted()) throw;
             return {};
         }
     }
 
-    void openRoot(const Found& root) {
+    void openRoot(const Node& root) {
         PageTree::Inheritance nothing{};
         nothing.fill(PageTree::kNone);
-        const Entries entries = readEntries(DictionaryReader(root.value));
-        if (entries.isNode()) {
-            visit(root, nothing);
+        if (root.entries.isNode()) {
+            visit(root.found, root.entries, nothing);
             return;
         }
         // A page in the place of the tree is the only one; a dictionary of any other kind is none.
-        if (!bypasses_ || !entries.type.isName("Page"))
+        if (!bypasses_ || !root.entries.type.isName("Page"))
             throw DamagedDocument("a page where the page tree should be");
         tree_.nodes_.push_back({0, nothing});
-        addPage(root);
+        addPage(root.found);
     }
 
     /// Adds the page, or opens the node.
     void visit(const Found& found, const PageTree::Inheritance& inherited) {
+        const std::uint64_t shape = found.isLast && !found.isStream ? parts_.shape() : 0;
+        if (shape != 0 && shape == pageShape_) {
+            addPage(found);
+            return;
+        }
+        const Entries entries = readEntries(found);
+        if (!entries.isNode()) pageShape_ = shape;
+        visit(found, entries, inherited);
+    }
+
+    void visit(const Found& found, const Entries& entries, const PageTree::Inheritance& inherited) {
         // Where objects run into one another, a page may have become part of a stream.
         if (!found.value.isDictionary() || (bypasses_ && found.isStream)) {
             damaged(Loss::broken, "a page that is no dictionary");
             return;
         }
-        const std::uint64_t shape = found.isLast ? parts_.shape() : 0;
-        if (shape != 0 && shape == pageShape_) {
-            addPage(found);
-            return;
-        }
-        const Entries entries = readEntries(found.isLast ? DictionaryReader(found.value, parts_)
-                                                         : DictionaryReader(found.value));
         // Some files leave out /Type; /Kids tells a node from a page.
         if (!entries.isNode()) {
-            pageShape_ = shape;
             addPage(found);
             return;
         }
