@@ -63,6 +63,7 @@ SourceImage::SourceImage(FileSystem& files, FileDescriptor file, const struct st
         readFully(0, {bytes_.get(), size});
         resident_ = size;
         readyEnd_ = size;
+        ready_ = bytes_.get();
     }
     loaded_.assign((size + kBlock - 1) / kBlock, fileSize_ <= kSmallFile);
     seen_ = loaded_;
@@ -89,13 +90,33 @@ std::string_view SourceImage::fetch(std::uint64_t offset, std::size_t length) {
     if (offset >= size()) return {};
     const auto begin = static_cast<std::size_t>(origin_ + offset);
     const std::size_t all = static_cast<std::size_t>(fileSize_) - begin;
+    const std::size_t wanted = std::min(std::max<std::size_t>(length, 1), all);
+    // Before much is held it is given back, unless the file is read over and over without a trim.
+    if (pieces_ && pieces_->held < limits::kResidentBytes) return fetchPiece(begin, wanted);
     const std::size_t first = begin / kBlock;
-    std::size_t end = (begin + std::min(std::max<std::size_t>(length, 1), all) - 1) / kBlock + 1;
+    std::size_t end = (begin + wanted - 1) / kBlock + 1;
     load(first, end);
     while (end < loaded_.size() && end - first < kReadAhead && loaded_[end]) ++end;
     readyBegin_ = first * kBlock;
     readyEnd_ = std::min(end * kBlock, static_cast<std::size_t>(fileSize_));
+    ready_ = at(readyBegin_);
     return {at(begin), std::min(end * kBlock - begin, all)};
+}
+
+std::string_view SourceImage::fetchPiece(std::size_t begin, std::size_t length) {
+    // A little before it, too: whoever reads an object looks at what it stands behind.
+    constexpr std::size_t kBefore = 16;
+    const std::size_t from = begin - std::min(begin, kBefore);
+    const std::size_t size = begin + length - from;
+    const std::span piece(static_cast<char*>(pieces_->memory.allocate(size, 1)), size);
+    readFully(from, piece);
+    pieces_->held += size;
+    ++pieces_->count;
+    if (begin >= readyEnd_ && begin - readyEnd_ < kAhead) ++pieces_->inOrder;
+    readyBegin_ = from;
+    readyEnd_ = from + size;
+    ready_ = piece.data();
+    return {ready_ + (begin - from), length};
 }
 
 void SourceImage::load(std::size_t firstBlock, std::size_t endBlock) {
@@ -132,6 +153,10 @@ void SourceImage::copy(std::uint64_t offset, std::span<char> into) {
         throw DamagedDocument("stream body beyond the end of the file");
     if (into.empty()) return;
     const auto begin = static_cast<std::size_t>(origin_ + offset);
+    if (begin >= readyBegin_ && begin < readyEnd_ && into.size() <= readyEnd_ - begin) {
+        std::memcpy(into.data(), ready_ + (begin - readyBegin_), into.size());
+        return;
+    }
     const auto first = loaded_.begin() + static_cast<std::ptrdiff_t>(begin / kBlock);
     const auto last =
         loaded_.begin() + static_cast<std::ptrdiff_t>((begin + into.size() - 1) / kBlock + 1);
@@ -152,17 +177,42 @@ void SourceImage::readFully(std::uint64_t fileOffset, std::span<char> into) {
 }
 
 void SourceImage::trim() {
-    if (resident_ <= kept_ || window_ == 0) return;
+    if (pieces_) trimPieces();
+    if (resident_ > kept_ && window_ != 0) trimBlocks();
+}
+
+void SourceImage::trimBlocks() {
     const std::span<char> all(bytes_.get(), window_ + static_cast<std::size_t>(fileSize_));
     giveBack(all.first(window_));
     giveBack(all.subspan(window_ + limits::kWindowBytes));
     shift_ = window_ - inSequence_ * kBlock;
     loaded_.assign(loaded_.size(), false);
     // Where the objects of a file are in another order than its pages, it is read here and there,
-    // and over and over again: less often, if more of it is kept.
-    if (again_ > resident_ / 4) kept_ = std::min(2 * kept_, limits::kResidentBytes);
+    // and over and over again: less often, if more of it is kept, and if that is most of it.
+    if (!pieces_ && again_ > resident_ / 4) {
+        if (kept_ < limits::kResidentBytes && fileSize_ <= 2 * limits::kResidentBytes)
+            kept_ = std::min(2 * kept_, limits::kResidentBytes);
+        else
+            pieces_ = std::make_unique<Pieces>();
+    }
     resident_ = 0;
     again_ = 0;
+    readyBegin_ = 0;
+    readyEnd_ = 0;
+}
+
+void SourceImage::trimPieces() {
+    if (pieces_->held <= Pieces::kUsual / 2) return;
+    constexpr std::size_t kEnough = 64;
+    const bool isInOrder = pieces_->count >= kEnough && pieces_->inOrder > pieces_->count / 2;
+    if (isInOrder) {
+        pieces_.reset();
+        kept_ = limits::kWindowBytes;
+    } else {
+        pieces_->memory.release();
+        pieces_->held = 0;
+        if (pieces_->count >= kEnough) pieces_->count = pieces_->inOrder = 0;
+    }
     readyBegin_ = 0;
     readyEnd_ = 0;
 }

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <memory_resource>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -33,6 +34,9 @@ namespace quirebind {
 ///
 ///     memory         |    ......    | window |    ......    |
 ///     the file           | ........ | next to be read | .... |
+///
+/// Where the objects of a large file are in no order, blocks would be read over and over again,
+/// most of each for nothing. Such a file is read piece by piece instead, as long as that lasts.
 ///
 /// Offsets count from the origin, which is where the PDF header stands. Every function that reads
 /// throws DamagedDocument when the file cannot be read or has become shorter. Used by one thread.
@@ -63,7 +67,7 @@ class SourceImage final : public ByteSource {
         if (offset < readyEnd_ && begin >= readyBegin_ && begin < readyEnd_ &&
             length <= readyEnd_ - begin)
             return {
-                at(static_cast<std::size_t>(begin)),
+                ready_ + (static_cast<std::size_t>(begin) - readyBegin_),
                 std::min(readyEnd_ - static_cast<std::size_t>(begin), std::max(length, kAhead))};
         return fetch(offset, length);
     }
@@ -90,7 +94,21 @@ class SourceImage final : public ByteSource {
     /// Where in memory a byte of the file is to be; `fileOffset` is less than the size of the file.
     [[nodiscard]] char* at(std::size_t fileOffset) const { return &bytes_[fileOffset + shift_]; }
 
+    /// Memory for pieces of the file, and how they lie in it.
+    struct Pieces {
+        static constexpr std::size_t kUsual = std::size_t{256} << 10U;
+
+        std::unique_ptr<std::byte[]> usual = std::make_unique_for_overwrite<std::byte[]>(kUsual);
+        std::pmr::monotonic_buffer_resource memory{usual.get(), kUsual};
+        std::size_t held = 0;     // bytes
+        std::size_t count = 0;    // since their order was looked at
+        std::size_t inOrder = 0;  // of them, those shortly behind the one before
+    };
+
     [[nodiscard]] std::string_view fetch(std::uint64_t offset, std::size_t length);
+    [[nodiscard]] std::string_view fetchPiece(std::size_t begin, std::size_t length);
+    void trimBlocks();
+    void trimPieces();
     void load(std::size_t firstBlock, std::size_t endBlock);
     void readFully(std::uint64_t fileOffset, std::span<char> into);
 
@@ -107,9 +125,11 @@ class SourceImage final : public ByteSource {
     std::size_t resident_ = 0;       // bytes loaded since they were given back
     std::size_t inSequence_ = 0;     // the last block before which there was another in memory
     std::size_t kept_ = limits::kWindowBytes;  // what may be loaded before it is given back
-    std::size_t again_ = 0;       // how many of them not for the first time, nor in sequence
-    std::size_t readyBegin_ = 0;  // where what was looked at last is loaded without a gap
+    std::size_t again_ = 0;           // how many of them not for the first time, nor in sequence
+    std::unique_ptr<Pieces> pieces_;  // while it is read so
+    std::size_t readyBegin_ = 0;      // where what was looked at last is loaded without a gap
     std::size_t readyEnd_ = 0;
+    const char* ready_ = nullptr;  // where in memory that begins
 };
 
 }  // namespace quirebind
