@@ -83,11 +83,21 @@ void DocumentWriter::flushPacker() {
     open_ = 0;
 }
 
-ByteBuffer DocumentWriter::finish(std::uint32_t root, Version version) {
-    flushPacker();
+/// For what it lists, or for what the sources took. Many copies of a small document become larger
+/// than that by themselves: their objects have longer numbers, and their fields longer names.
+bool DocumentWriter::isTableTooLong() const {
     // Offsets of more than ten digits do not fit a classic table (7.5.4).
     constexpr std::uint64_t kLongestOffset = 9'999'999'999;
-    if (packs_ || out_.size() > kLongestOffset) {
+    constexpr std::uint64_t kTableEntry = 20;
+    constexpr std::uint64_t kTrifle = 4096;
+    const std::uint64_t size = out_.size() + kTableEntry * locations_.size();
+    const std::uint64_t allowed = sourceBytes_ + sourceBytes_ / 100 + kTrifle;
+    return out_.size() > kLongestOffset || (sourceBytes_ != 0 && size > allowed);
+}
+
+ByteBuffer DocumentWriter::finish(std::uint32_t root, Version version) {
+    flushPacker();
+    if (packs_ || isTableTooLong()) {
         version = std::max(version, Version{1, 5});
         const std::uint32_t number = reserve();
         writeCrossReferenceStream(out_, locations_, number, root, encoder_);

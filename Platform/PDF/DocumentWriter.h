@@ -42,6 +42,9 @@ class DocumentWriter {
     [[nodiscard]] ByteBuffer& beginObject(std::uint32_t number, bool packed);
     void endObject();
 
+    /// A source of `bytes` is copied, or part of it.
+    void addSource(std::uint64_t bytes) { sourceBytes_ += bytes; }
+
     /// What was read of a source takes `bytes` less here than it does there, object streams and the
     /// cross-reference stream apart: these may take so much. A negative number where it takes more.
     void allowPacked(double bytes) { encoder_.allow(bytes); }
@@ -62,17 +65,20 @@ class DocumentWriter {
     /// All that was written so far but what is packed. Valid until more is written.
     [[nodiscard]] std::string_view written() const { return out_.text(); }
 
-    /// Completes the file: its catalog is object `root`, its version at least `version`. Nothing
-    /// can be written afterwards. The same calls always give the same bytes.
+    /// Completes the file, with a cross-reference stream if objects are packed or if a table would
+    /// make it larger than its sources. Its catalog is object `root`, its version at least
+    /// `version`. Nothing can be written afterwards. The same calls always give the same bytes.
     [[nodiscard]] ByteBuffer finish(std::uint32_t root, Version version);
 
  private:
     void flushPacker();
+    [[nodiscard]] bool isTableTooLong() const;
 
     ByteBuffer out_;
     std::vector<OutputLocation> locations_;  // by object number; 0 is never an object
     ObjectPacker packer_;
     FrugalEncoder encoder_;
+    std::uint64_t sourceBytes_ = 0;
     std::uint32_t packerNumber_ = 0;  // of the object stream being collected
     std::uint32_t open_ = 0;          // the object that is begun and not ended
     std::size_t begun_ = 0;           // where its value begins

@@ -36,6 +36,7 @@ ImportSession::ImportSession(SourceDocument& source, OutputParts& output)
     copier_.setRewriter(Role::fieldNames, fieldNames_);
     copier_.setRewriter(Role::script, scripts_);
 
+    output.writer.addSource(source.reader().image().size());
     output.writer.allowPacked(static_cast<double>(source.reader().table().storedBytes()));
     ReferenceMap& map = copier_.map();
     for (const std::uint32_t object : source.documentObjects()) map.assignNull(object);

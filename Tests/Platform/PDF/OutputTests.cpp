@@ -94,6 +94,25 @@ TEST(Output, isClassicWhereTheSourcesAre) {
     EXPECT_LE(Bench::read(merged).size(), Bench::read(source).size());
 }
 
+TEST(Output, ofManyCopiesIsNotLargerThanTheyAreTogether) {
+    const Bench bench;
+    // Nearly all of it is references, which take more digits in the output.
+    constexpr int kList = 100;
+    constexpr int kFirst = 10;
+    std::string list = "[";
+    std::string objects;
+    for (int number = kFirst; number < kList; ++number) {
+        list += std::to_string(number) + " 0 R " + std::to_string(number) + " 0 R ";
+        objects += object(number, "[100 0 R 100 0 R]");
+    }
+    const std::string page = onePageWith(objects + object(kList, list + "]"));
+    const std::string source =
+        bench.add("a.pdf", test::fixturePDF(replaced(page, "/MediaBox", "/X 100 0 R /MediaBox")));
+    const std::string merged = bench.merge(std::vector<std::string>(300, source));
+    expectSound(merged, 300);
+    EXPECT_LE(Bench::read(merged).size(), 300 * Bench::read(source).size());
+}
+
 TEST(Output, ofPackedAndClassicSourcesHasAllTheirPages) {
     const Bench bench;
     const std::string classic = bench.add("c.pdf", test::simplePDF(70, {.label = "c"}));
