@@ -83,7 +83,7 @@ void ObjectCopier::copyObject(const SourceObject& object, const Kind& kind) {
 void ObjectCopier::copyPlain(Value value, bool hasStructureKey, MappedText& text, ByteBuffer& out) {
     if (hasStructureKey) {
         EntryRewriter entries(value, text, out);
-        while (const auto entry = entries.next()) rewriteCommonEntry(*entry, entries);
+        while (const auto* const entry = entries.next()) rewriteCommonEntry(*entry, entries);
     }
     text.copyRest(Role::plain, out);
 }
@@ -173,7 +173,7 @@ void ObjectCopier::copyEncryptedStream(const SourceObject& object, std::uint64_t
     MappedText text(object.value.text(), parts_, map_);
     text.skipTo(kBracket);
     EntryRewriter entries(object.value, text, out);
-    while (const auto entry = entries.next()) {
+    while (const auto* const entry = entries.next()) {
         const bool isReplaced = entry->key.isName("Length") ||
                                 (filters.cryptFilter() && StreamFilters::isFilterEntry(entry->key));
         if (isReplaced)

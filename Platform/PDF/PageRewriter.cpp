@@ -102,7 +102,7 @@ void PageRewriter::appendOwnEntries(Value page, const Attributes& attributes, By
     MappedText text(page.text(), parts_, copier_.map());
     text.skipTo(kBracket);
     EntryRewriter entries(page, text, out);
-    while (const auto entry = entries.next()) {
+    while (const auto* const entry = entries.next()) {
         const PageKey key = pageKeyOf(entry->key);
         const auto attribute = inheritableAttribute(key);
         const bool isReplaced = key == PageKey::parent ||

@@ -20,7 +20,7 @@ template <typename RewriteOther>
                                           ByteBuffer& out, RewriteOther rewriteOther) {
     bool declared = false;
     EntryRewriter entries(dictionary, text, out);
-    while (const auto entry = entries.next()) {
+    while (const auto* const entry = entries.next()) {
         if (entry->key.isName("Length")) {
             entries.replace().append(length);
             declared = true;

@@ -24,11 +24,11 @@ void AnnotationRewriter::rewrite(Value value, MappedText& text, ByteBuffer& out)
 void AnnotationRewriter::rewriteAnnotation(Value annotation, MappedText& text, ByteBuffer& out) {
     EntryRewriter entries(annotation, text, out);
     if (fields_ == nullptr) {
-        while (const auto entry = entries.next()) rewriteEntry(*entry, entries, text, out);
+        while (const auto* const entry = entries.next()) rewriteEntry(*entry, entries, text, out);
     } else {
         const FormChanges::Field change = fields_->changesOf(text.objectOf(annotation));
         fields_->begin(change, annotation, text, out);
-        while (const auto entry = entries.next())
+        while (const auto* const entry = entries.next())
             if (!fields_->rewriteEntry(change, annotation, *entry, entries))
                 rewriteEntry(*entry, entries, text, out);
     }

@@ -35,7 +35,7 @@ void ActionRewriter::rewriteAction(Value action, MappedText& text, ByteBuffer& o
     const bool goesToThread = kind.isName("Thread") && action.find("F").isNull();
     const bool hides = kind.isName("Hide");
     EntryRewriter entries(action, text, out);
-    while (const auto entry = entries.next()) {
+    while (const auto* const entry = entries.next()) {
         if (entry->key.isName("Next")) {
             copier_.copyAs(Role::action, entry->value, text, out);
         } else if (goesTo && entry->key.isName("D")) {
@@ -101,7 +101,8 @@ void ActionRewriter::rewriteStructureDestination(Value destination, EntryRewrite
 
 void AdditionalActionsRewriter::rewrite(Value value, MappedText& text, ByteBuffer& out) {
     EntryRewriter entries(value, text, out);
-    while (const auto entry = entries.next()) copier_.copyAs(Role::action, entry->value, text, out);
+    while (const auto* const entry = entries.next())
+        copier_.copyAs(Role::action, entry->value, text, out);
     entries.finish();
 }
 

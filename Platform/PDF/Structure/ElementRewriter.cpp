@@ -101,7 +101,8 @@ void ElementRewriter::write(Value value, Element element, MappedText& text, Byte
         appendLiteralString(context_.language, out);
     }
     EntryRewriter entries(value, text, out);
-    while (const auto entry = entries.next()) writeEntry(*entry, element, entries, text, out);
+    while (const auto* const entry = entries.next())
+        writeEntry(*entry, element, entries, text, out);
     entries.finish();
 }
 
