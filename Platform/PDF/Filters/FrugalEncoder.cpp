@@ -3,6 +3,8 @@
 
 #include "Platform/PDF/Filters/FrugalEncoder.h"
 
+#include <algorithm>
+
 namespace quirebind {
 namespace {
 
@@ -21,7 +23,7 @@ void FrugalEncoder::encode(std::string_view plain, ByteBuffer& out) {
     bool isSmallEnough = written_ + quickRatio_ * plainSize <= allowed;
     if (isSmallEnough) {
         quick_.encode(plain, out);
-        quickRatio_ = written() / plainSize;
+        quickRatio_ = written() / std::max(plainSize, 1.0);
         isSmallEnough = written_ + written() <= allowed;
     }
     if (!isSmallEnough) {
