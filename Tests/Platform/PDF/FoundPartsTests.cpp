@@ -93,6 +93,18 @@ TEST(RememberedShapes, areRecalledThoughOthersCameBetween) {
     }
 }
 
+TEST(RememberedShapes, arePlacedFromTheValuesBeginning) {
+    FoundParts parts(FoundParts::Memory::shapes);
+    for (const std::string_view text : {"<</A 1 0 R>>", "x <</A 2 0 R>> y", "x\n\n <</A 3 0 R>>"}) {
+        const Extent extent = scanValue(text, text[0] == 'x' ? 1 : 0, &parts);
+        EXPECT_EQ(extent.in(text).substr(0, 5), "<</A ");
+        ASSERT_EQ(parts.references().size(), 1U) << text;
+        EXPECT_EQ(parts.references()[0].begin, 5U) << text;
+        EXPECT_EQ(extent.in(text).substr(5, 5),
+                  std::to_string(parts.references()[0].reference.number) + " 0 R");
+    }
+}
+
 TEST(RememberedShapes, needTheWholeTextToBeThere) {
     constexpr std::string_view kWhole = "<</A 1 0 R/B 2 0 R>>";
     FoundParts parts(FoundParts::Memory::shapes);
