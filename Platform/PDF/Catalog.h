@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "Platform/PDF/FoundParts.h"
 #include "Platform/PDF/Value.h"
@@ -20,17 +21,25 @@ class Catalog {
 
     /// `dictionary` is copied.
     explicit Catalog(Value dictionary) : text_(dictionary.text()) {
-        (void)scanValue(text_, 0, &parts_);  // its extent is known already
+        FoundParts parts;
+        (void)scanValue(text_, 0, &parts);  // its extent is known already
+        entries_ = parts.entries();
     }
 
     /// The value under `key`, as text that lives as long as this; absent where there is none.
     [[nodiscard]] Value find(std::string_view key) const {
-        return findEntry(DictionaryReader(Value(text_), parts_), key);
+        const std::string_view text(text_);
+        for (const FoundEntry& entry : entries_) {
+            const Value found(text.substr(entry.keyBegin, entry.keyEnd - entry.keyBegin));
+            if (found.isName(key))
+                return Value(text.substr(entry.valueBegin, entry.valueEnd - entry.valueBegin));
+        }
+        return {};
     }
 
  private:
     std::string text_;
-    FoundParts parts_;
+    std::vector<FoundEntry> entries_;
 };
 
 }  // namespace quirebind

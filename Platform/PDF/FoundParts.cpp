@@ -81,6 +81,10 @@ void FoundParts::clear() {
         current_ = oldest_;
     }
     Shape& shape = shapes_[current_];
+    // What a list of all fields took is not kept for small objects.
+    constexpr std::size_t kMostKept = 4096;
+    if (shape.references.capacity() > kMostKept) shape.references = {};
+    if (shape.entries.capacity() > kMostKept) shape.entries = {};
     shape.text.clear();
     shape.references.clear();
     shape.entries.clear();
