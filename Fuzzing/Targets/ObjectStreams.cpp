@@ -19,7 +19,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     constexpr std::uint64_t kWork = std::uint64_t{1} << 24U;
     WorkBudget budget(kWork);
     try {
-        ObjectStream stream(std::string(choices.rest()), first, count, whole);
+        const std::string decoded(choices.rest());
+        ObjectStream stream(decoded, decoded.size(), first, count, whole);
         FoundParts parts;
         for (std::size_t i = 0; i < stream.size(); ++i) {
             const std::uint32_t number = stream.numberAt(i);

@@ -65,9 +65,10 @@ class DocumentWriter {
     /// All that was written so far but what is packed. Valid until more is written.
     [[nodiscard]] std::string_view written() const { return out_.text(); }
 
-    /// Completes the file, with a cross-reference stream if objects are packed or if a table would
-    /// make it larger than its sources. Its catalog is object `root`, its version at least
-    /// `version`. Nothing can be written afterwards. The same calls always give the same bytes.
+    /// Completes the file, with a cross-reference stream if objects are packed or if a table could
+    /// not list them or would make the file more than a hundredth larger than its sources. Its
+    /// catalog is object `root`, its version at least `version`. Nothing can be written afterwards.
+    /// The same calls always give the same bytes.
     [[nodiscard]] ByteBuffer finish(std::uint32_t root, Version version);
 
  private:
