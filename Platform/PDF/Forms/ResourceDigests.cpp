@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <functional>
+#include <limits>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -19,117 +19,192 @@
 namespace quirebind {
 namespace {
 
-/// Writes a value and all that it refers to as one text. What is reached again is named by when it
-/// was reached first, so that a graph with loops has an end.
-class CanonicalText {
- public:
-    using BodyDigest = std::function<std::string(const SourceObject&)>;
+/// What is longer than this is told by its hash.
+constexpr std::size_t kLongestText = 32;
 
-    CanonicalText(ObjectReader& reader, BodyDigest bodyDigest)
-        : reader_(reader), bodyDigest_(std::move(bodyDigest)) {}
+bool isSimple(Value value) {
+    return !value.isArray() && !value.isDictionary() && !value.reference();
+}
+
+/// With their number, so that nothing in the bytes can be taken for something else.
+void appendBytes(char kind, std::string_view bytes, std::string& text) {
+    std::array<char, 24> prefix{kind};
+    const auto number =
+        std::to_chars(prefix.data() + 1, prefix.data() + prefix.size() - 1, bytes.size());
+    *number.ptr = ':';
+    text.append(prefix.data(), number.ptr + 1);
+    text += bytes;
+}
+
+/// A value that no other is part of.
+void appendSimple(Value value, std::string& text) {
+    if (value.isName())
+        appendBytes('/', value.name(), text);
+    else if (isString(value))
+        appendBytes('(', stringBytes(value), text);
+    else
+        text.append(" ").append(value.text());
+}
+
+}  // namespace
+
+/// Digests a value from the inside out: each dictionary, array and stream becomes a text in which
+/// what is in it stands as its digest. What refers to something that it is part of says how far
+/// around that is, so that a graph with loops has an end.
+class ResourceDigests::Walk {
+ public:
+    explicit Walk(ResourceDigests& digests) : digests_(digests), reader_(digests.reader_) {}
 
     /// Nothing where it would be too much work.
     std::optional<std::string> of(Value root) {
-        pending_.push_back({.before = {}, .value = root});
+        levels_.emplace_back();
+        pending_.push_back({.key = {}, .value = root});
         while (!pending_.empty()) {
             const Item item = std::move(pending_.back());
             pending_.pop_back();
+            if (item.closes) {
+                close();
+                continue;
+            }
             spend(item.value);
-            if (work_ > limits::kComparedResource) return std::nullopt;
-            text_ += item.before;
-            write(item);
+            if (isTooMuch()) return std::nullopt;
+            text() += item.key;
+            write(item.value);
         }
-        return std::move(text_);
+        if (isTooMuch()) return std::nullopt;
+        return std::move(text());
     }
 
     [[nodiscard]] std::uint64_t work() const { return work_; }
 
  private:
-    /// A value, and the key or the closing bracket before it.
+    static constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
+
+    /// A value and its key, or the end of what is open.
     struct Item {
-        std::string before;
+        std::string key;
         Value value;
-        bool isStream = false;  ///< It is a stream's dictionary.
+        bool closes = false;
+    };
+    /// What is open: a dictionary, an array, or an object that is more than a simple value.
+    struct Level {
+        std::string text;
+        std::uint32_t object = 0;    ///< 0 for what is no object.
+        std::size_t around = kNone;  ///< The outermost level that something in it refers to.
     };
 
     /// The work that even the smallest value makes, in bytes looked at.
     static constexpr std::uint64_t kItem = 16;
 
+    [[nodiscard]] bool isTooMuch() const {
+        return hasTooMuch_ || work_ > limits::kComparedResource;
+    }
     void spend(Value value) { work_ += kItem + value.text().size(); }
+    std::string& text() { return levels_.back().text; }
 
-    void write(const Item& item) {
-        const Value value = item.value;
-        if (const auto reference = value.reference())
+    void write(Value value) {
+        if (const auto reference = value.reference()) {
             writeObject(*reference);
-        else if (value.isArray())
-            openArray(value);
-        else if (value.isDictionary())
-            openDictionary(value, item.isStream ? "Length" : "");
-        else
-            writeSimple(value);
-    }
-
-    /// A value that no other is part of.
-    void writeSimple(Value value) {
-        if (value.isName())
-            writeBytes('/', value.name());
-        else if (isString(value))
-            writeBytes('(', stringBytes(value));
-        else
-            text_.append(" ").append(value.text());
-    }
-
-    static bool isSimple(Value value) {
-        return !value.isArray() && !value.isDictionary() && !value.reference();
+        } else if (isSimple(value)) {
+            appendSimple(value, text());
+        } else {
+            open(0);
+            fill(value, DictionaryReader(value), "");
+        }
     }
 
     void writeObject(Reference reference) {
-        const auto [known, isNew] = visited_.try_emplace(reference.number, visited_.size());
-        if (!isNew) {
-            text_.append("@").append(std::to_string(known->second));
+        const auto known = digests_.digests_.find(reference.number);
+        if (known != digests_.digests_.end()) {
+            hasTooMuch_ = hasTooMuch_ || !known->second;
+            text() += known->second.value_or("");
+            return;
+        }
+        const auto around = open_.find(reference.number);
+        if (around != open_.end()) {
+            text().append("@").append(std::to_string(levels_.size() - around->second));
+            levels_.back().around = std::min(levels_.back().around, around->second);
             return;
         }
         if (!reader_.exists(reference)) {
-            text_ += " null";
+            text() += " null";
             return;
         }
-        const SourceObject object = reader_.read(reference.number);
-        if (object.isStream) writeBytes('s', bodyDigest_(object));
-        pending_.push_back({.before = {}, .value = object.value, .isStream = object.isStream});
+        const SourceObject object = reader_.read(reference.number, &parts_);
+        spend(object.value);
+        if (isSimple(object.value)) {
+            appendSimple(object.value, text());
+            return;
+        }
+        open(reference.number);
+        if (object.isStream) appendBytes('s', digests_.bodyDigest(object), text());
+        fill(object.value, DictionaryReader(object.value, parts_), object.isStream ? "Length" : "");
     }
 
-    /// With their number, so that nothing in the bytes can be taken for something else.
-    void writeBytes(char kind, std::string_view bytes) {
-        std::array<char, 24> prefix{kind};
-        const auto number =
-            std::to_chars(prefix.data() + 1, prefix.data() + prefix.size() - 1, bytes.size());
-        *number.ptr = ':';
-        text_.append(prefix.data(), number.ptr + 1);
-        text_ += bytes;
+    /// Begins the text of what is in brackets, or of an object.
+    void open(std::uint32_t object) {
+        if (object != 0) open_.emplace(object, levels_.size());
+        levels_.push_back({.text = {}, .object = object});
+        pending_.push_back({.key = {}, .value = {}, .closes = true});
     }
 
-    void openArray(Value array) {
-        if (writeFlat(array.text())) return;
-        text_ += '[';
+    void close() {
+        Level done = std::move(levels_.back());
+        levels_.pop_back();
+        if (done.text.size() > kLongestText) done.text = "#" + digests_.hash_.of(done.text);
+        text() += done.text;
+        if (done.around < levels_.size())
+            levels_.back().around = std::min(levels_.back().around, done.around);
+        if (done.object == 0) return;
+        open_.erase(done.object);
+        // What is in a loop looks different from each place where the loop is entered.
+        if (done.around == kNone) digests_.digests_.emplace(done.object, std::move(done.text));
+    }
+
+    /// Writes what is in `value`, which is not simple and was opened: `entries` if it is a
+    /// dictionary.
+    void fill(Value value, DictionaryReader entries, std::string_view without) {
         const std::size_t first = pending_.size();
-        ArrayReader elements(array);
+        if (value.isDictionary())
+            fillDictionary(entries, without);
+        else if (!value.isArray())
+            pending_.push_back({.key = {}, .value = value});  // an object that is a reference
+        else if (!writeFlat(value.text()))
+            fillArray(ArrayReader(value));
+        std::reverse(pending_.begin() + static_cast<std::ptrdiff_t>(first), pending_.end());
+    }
+
+    void fillArray(ArrayReader elements) {
+        text() += '[';
+        const std::size_t first = pending_.size();
         while (const auto element = elements.next()) {
             // Most arrays are of numbers or names: nothing of them has to wait.
             if (pending_.size() == first && isSimple(*element)) {
                 spend(*element);
-                if (work_ > limits::kComparedResource) break;
-                writeSimple(*element);
+                if (isTooMuch()) break;
+                appendSimple(*element, text());
             } else {
-                pending_.push_back({.before = {}, .value = *element});
+                pending_.push_back({.key = {}, .value = *element});
             }
         }
-        close("]", first);
+    }
+
+    void fillDictionary(DictionaryReader entries, std::string_view without) {
+        text() += '<';
+        std::map<std::string, Value> sorted;
+        while (const auto entry = entries.next())
+            if (!entry->key.isName(without)) sorted.emplace(entry->key.name(), entry->value);
+        for (const auto& [key, value] : sorted) {
+            Item& item = pending_.emplace_back();
+            appendBytes('/', key, item.key);
+            item.value = value;
+        }
     }
 
     /// An array of names and numbers, in arrays or not, in one go: widths and encodings are such,
     /// and make up nearly all of most fonts. False, and nothing written, where there is more in it.
     bool writeFlat(std::string_view array) {
-        const std::size_t begin = text_.size();
+        const std::size_t begin = text().size();
         for (std::size_t at = 0; at < array.size(); at = skipWhite(array, at)) {
             const bool isName = array[at] == '/';
             const std::size_t first = isName ? at + 1 : at;
@@ -139,17 +214,17 @@ class CanonicalText {
             const bool isMore = isName ? token.find('#') != std::string_view::npos
                                        : token == "R" || array[at] == '(' || array[at] == '<';
             if (isMore) {
-                text_.resize(begin);
+                text().resize(begin);
                 return false;
             }
             work_ += kItem;
             if (isName) {
-                writeBytes('/', token);
+                appendBytes('/', token, text());
             } else if (!token.empty()) {
-                text_ += ' ';
-                text_ += token;
+                text() += ' ';
+                text() += token;
             } else {
-                text_ += array[at];
+                text() += array[at];
             }
             at = std::max(end, at + 1);
         }
@@ -157,34 +232,15 @@ class CanonicalText {
         return true;
     }
 
-    void openDictionary(Value dictionary, std::string_view without) {
-        text_ += '<';
-        std::map<std::string, Value> sorted;
-        DictionaryReader entries(dictionary);
-        while (const auto entry = entries.next())
-            if (!entry->key.isName(without)) sorted.emplace(entry->key.name(), entry->value);
-        const std::size_t first = pending_.size();
-        for (const auto& [key, value] : sorted)
-            pending_.push_back(
-                {.before = "/" + std::to_string(key.size()) + ":" + key, .value = value});
-        close(">", first);
-    }
-
-    /// Puts what was pushed since `first` in the order in which it is taken, the bracket last.
-    void close(std::string_view bracket, std::size_t first) {
-        pending_.push_back({.before = std::string(bracket), .value = {}});
-        std::reverse(pending_.begin() + static_cast<std::ptrdiff_t>(first), pending_.end());
-    }
-
+    ResourceDigests& digests_;
     ObjectReader& reader_;
-    BodyDigest bodyDigest_;
-    std::string text_;
+    FoundParts parts_;
     std::uint64_t work_ = 0;
+    bool hasTooMuch_ = false;    // in it is what is too much by itself
     std::vector<Item> pending_;  // the next one last
-    std::map<std::uint32_t, std::size_t> visited_;
+    std::vector<Level> levels_;
+    std::map<std::uint32_t, std::size_t> open_;  // the levels that are objects
 };
-
-}  // namespace
 
 ResourceDigests::ResourceDigests(ObjectReader& reader, KeyedHash& hash)
     : reader_(reader),
@@ -193,27 +249,22 @@ ResourceDigests::ResourceDigests(ObjectReader& reader, KeyedHash& hash)
       bodyBytes_(reader.image().size()) {}
 
 std::optional<std::string> ResourceDigests::of(Value resource) {
-    const auto reference = resource.reference();
-    if (!reference) return compute(resource);
-    if (const auto known = digests_.find(reference->number); known != digests_.end())
-        return known->second;
-    return digests_.emplace(reference->number, compute(resource)).first->second;
-}
-
-std::optional<std::string> ResourceDigests::compute(Value resource) {
     if (graphs_.left() < limits::kComparedResource) return std::nullopt;
-    CanonicalText canonical(reader_, [this](const SourceObject& stream) {
-        const auto known = bodies_.find(stream.number);
-        if (known != bodies_.end()) return known->second;
-        return bodies_.emplace(stream.number, bodyDigest(stream)).first->second;
-    });
-    const auto text = canonical.of(resource);
-    graphs_.spend(std::min(canonical.work(), graphs_.left()));
-    if (!text) return std::nullopt;
-    return hash_.of(*text);
+    Walk walk(*this);
+    auto digest = walk.of(resource);
+    graphs_.spend(std::min(walk.work(), graphs_.left()));
+    const auto reference = resource.reference();
+    if (!digest && reference) digests_.emplace(reference->number, std::nullopt);
+    return digest;
 }
 
-std::string ResourceDigests::bodyDigest(const SourceObject& stream) {
+const std::string& ResourceDigests::bodyDigest(const SourceObject& stream) {
+    const auto known = bodies_.find(stream.number);
+    if (known != bodies_.end()) return known->second;
+    return bodies_.emplace(stream.number, computeBodyDigest(stream)).first->second;
+}
+
+std::string ResourceDigests::computeBodyDigest(const SourceObject& stream) {
     constexpr std::uint64_t kPiece = std::uint64_t{1} << 20U;
     const std::uint64_t length = reader_.bodyLength(stream);
     bodyBytes_.spend(length);

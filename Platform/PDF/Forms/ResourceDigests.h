@@ -27,13 +27,17 @@ class ResourceDigests {
     [[nodiscard]] std::optional<std::string> of(Value resource);
 
  private:
-    [[nodiscard]] std::optional<std::string> compute(Value resource);
-    [[nodiscard]] std::string bodyDigest(const SourceObject& stream);
+    class Walk;
+
+    [[nodiscard]] const std::string& bodyDigest(const SourceObject& stream);
+    [[nodiscard]] std::string computeBodyDigest(const SourceObject& stream);
 
     ObjectReader& reader_;
     KeyedHash& hash_;
-    std::map<std::uint32_t, std::optional<std::string>> digests_;  // of objects
-    std::map<std::uint32_t, std::string> bodies_;                  // of streams
+    // Of objects; nothing for those that are too much. Forms that draw with the same fonts are
+    // compared as quickly as the fonts.
+    std::map<std::uint32_t, std::optional<std::string>> digests_;
+    std::map<std::uint32_t, std::string> bodies_;  // of streams
     WorkBudget graphs_;
     WorkBudget bodyBytes_;  // bodies do not overlap, so together they fit the file
 };
