@@ -20,15 +20,13 @@ constexpr std::size_t kFirstCapacity = std::size_t{64} << 10U;
 }  // namespace
 
 ByteBuffer::ByteBuffer(ByteBuffer&& other) noexcept
-    : bytes_(std::move(other.bytes_)),
+    : memory_(std::move(other.memory_)),
       size_(std::exchange(other.size_, 0)),
-      capacity_(std::exchange(other.capacity_, 0)),
       spent_(std::exchange(other.spent_, 0)) {}
 
 ByteBuffer& ByteBuffer::operator=(ByteBuffer&& other) noexcept {
-    bytes_ = std::move(other.bytes_);
+    memory_ = std::move(other.memory_);
     size_ = std::exchange(other.size_, 0);
-    capacity_ = std::exchange(other.capacity_, 0);
     spent_ = std::exchange(other.spent_, 0);
     return *this;
 }
@@ -37,48 +35,37 @@ ByteBuffer& ByteBuffer::operator=(ByteBuffer&& other) noexcept {
 void ByteBuffer::grow(std::size_t count) {
     if (count > std::numeric_limits<std::size_t>::max() / 2 - size_) throw std::bad_alloc();
     const std::size_t needed = size_ + count;
-    // realloc, because it moves the pages of a large block instead of the bytes. Where doubling
-    // does not fit, what is needed may.
-    std::size_t capacity = std::max({needed, 2 * capacity_, kFirstCapacity});
-    // NOLINTBEGIN(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory)
-    void* grown = std::realloc(bytes_.get(), capacity);
-    if (grown == nullptr && capacity > needed) {
-        capacity = needed;
-        grown = std::realloc(bytes_.get(), capacity);
-    }
-    // NOLINTEND(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory)
-    if (grown == nullptr) throw std::bad_alloc();
-    (void)bytes_.release();  // realloc has taken the old block over
-    bytes_.reset(static_cast<char*>(grown));
-    capacity_ = capacity;
-    preferLargePages({bytes_.get(), capacity_});
+    // Where doubling does not fit, what is needed may.
+    const std::size_t doubled = std::max({needed, 2 * memory_.size(), kFirstCapacity});
+    if (!memory_.grow(doubled) && !memory_.grow(needed)) throw std::bad_alloc();
 }
 
 std::span<char> ByteBuffer::extend(std::size_t count) {
-    if (count > capacity_ - size_) grow(count);
-    const std::span<char> added(bytes_.get() + size_, count);
+    if (count > memory_.size() - size_) grow(count);
+    const std::span<char> added(memory_.data() + size_, count);
     size_ += count;
     return added;
 }
 
 void ByteBuffer::append(std::uint64_t number) {
     constexpr std::size_t kMostDigits = 20;
-    if (kMostDigits > capacity_ - size_) grow(kMostDigits);
-    char* const begin = bytes_.get() + size_;
+    if (kMostDigits > memory_.size() - size_) grow(kMostDigits);
+    char* const begin = memory_.data() + size_;
     const auto result = std::to_chars(begin, begin + kMostDigits, number);
     size_ += static_cast<std::size_t>(result.ptr - begin);
 }
 
 void ByteBuffer::replace(std::size_t offset, std::string_view text) {
-    std::memcpy(bytes_.get() + offset, text.data(), text.size());
+    std::memcpy(memory_.data() + offset, text.data(), text.size());
 }
 
 void ByteBuffer::spend(std::size_t count) {
     // Whole large pages only: to take one of them apart costs more than it gives.
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): only to know where it is
-    const std::size_t behind = reinterpret_cast<std::uintptr_t>(bytes_.get() + count) % kLargePage;
+    const std::size_t behind =
+        reinterpret_cast<std::uintptr_t>(memory_.data() + count) % kLargePage;
     if (count <= spent_ + behind) return;
-    giveBack(std::span(bytes_.get(), count - behind).subspan(spent_));
+    giveBack(std::span(memory_.data(), count - behind).subspan(spent_));
     spent_ = count - behind;
 }
 

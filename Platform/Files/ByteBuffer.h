@@ -5,17 +5,16 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <span>
 #include <string_view>
 
+#include "Platform/Files/GrowingMemory.h"
+
 namespace quirebind {
 
-/// Bytes that grow at their end and are never copied when they do: the block is resized in place,
-/// or its pages are moved. Throws std::bad_alloc when memory runs out; what was there stays.
-/// Move-only.
+/// Bytes that grow at their end, and are not copied when they do. Throws std::bad_alloc when memory
+/// runs out; what was there stays. Move-only.
 class ByteBuffer {
  public:
     ByteBuffer() = default;
@@ -30,10 +29,10 @@ class ByteBuffer {
     /// How many bytes there are.
     [[nodiscard]] std::size_t size() const { return size_; }
     /// The bytes as text; valid until anything is added, taken back, or moved elsewhere.
-    [[nodiscard]] std::string_view text() const { return {bytes_.get(), size_}; }
+    [[nodiscard]] std::string_view text() const { return {memory_.data(), size_}; }
     /// The same as bytes, for as long.
     [[nodiscard]] std::span<const std::byte> bytes() const {
-        return std::as_bytes(std::span(bytes_.get(), size_));
+        return std::as_bytes(std::span(memory_.data(), size_));
     }
 
     /// Adds `count` bytes whose values are whatever they are, to be filled in by the caller before
@@ -43,8 +42,8 @@ class ByteBuffer {
     /// Appends a copy of `text`, which must not be a part of this.
     void append(std::string_view text) {
         if (text.empty()) return;
-        if (text.size() > capacity_ - size_) grow(text.size());
-        std::memcpy(bytes_.get() + size_, text.data(), text.size());
+        if (text.size() > memory_.size() - size_) grow(text.size());
+        std::memcpy(memory_.data() + size_, text.data(), text.size());
         size_ += text.size();
     }
     /// Appends the number in decimal digits.
@@ -61,16 +60,10 @@ class ByteBuffer {
     void spend(std::size_t count);
 
  private:
-    struct Free {
-        // NOLINTNEXTLINE(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory): from realloc
-        void operator()(char* bytes) const { std::free(bytes); }
-    };
-
     void grow(std::size_t count);
 
-    std::unique_ptr<char[], Free> bytes_;
+    GrowingMemory memory_;
     std::size_t size_ = 0;
-    std::size_t capacity_ = 0;
     std::size_t spent_ = 0;  // bytes whose memory has been given back
 };
 

@@ -3,12 +3,14 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <limits>
+#include <new>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "Platform/Files/ByteBuffer.h"
-#include "Platform/Files/SystemMemory.h"
+#include "Platform/Files/GrowingMemory.h"
 
 namespace quirebind {
 namespace {
@@ -32,6 +34,34 @@ TEST(ByteBuffer, keepsWhatIsNotSpent) {
     }
     buffer.spend(text.size());
     EXPECT_EQ(buffer.size(), text.size());
+}
+
+TEST(ByteBuffer, keepsWhatWasThereWheneverItGrows) {
+    const std::string text = someText(9 * kLargePage);
+    ByteBuffer buffer;
+    // By little steps at first, so that it grows at all sizes that it has on the way.
+    for (std::size_t at = 0, step = 1; at < text.size(); at += step, step += step / 5 + 1)
+        buffer.append(std::string_view(text).substr(at, step));
+    EXPECT_TRUE(buffer.text() == text);
+    const ByteBuffer moved = std::move(buffer);
+    EXPECT_TRUE(moved.text() == text);
+    EXPECT_EQ(buffer.size(), 0U);  // NOLINT(bugprone-use-after-move): what it promises
+    buffer.append(text);
+    EXPECT_TRUE(buffer.text() == text);
+}
+
+TEST(ByteBuffer, staysAsItIsWhereThereIsNoRoom) {
+    const std::string text = someText(5 * kLargePage);
+    constexpr std::size_t kTooMuch = std::numeric_limits<std::size_t>::max() / 4;
+    for (const std::size_t size : {std::size_t{0}, std::size_t{100}, text.size()}) {
+        ByteBuffer buffer;
+        buffer.append(std::string_view(text).substr(0, size));
+        EXPECT_THROW((void)buffer.extend(kTooMuch), std::bad_alloc);
+        EXPECT_THROW((void)buffer.extend(4 * kTooMuch), std::bad_alloc);
+        EXPECT_TRUE(buffer.text() == text.substr(0, size));
+        buffer.append(text);
+        EXPECT_TRUE(buffer.text() == text.substr(0, size) + text);
+    }
 }
 
 TEST(ByteBuffer, growsAfterSomeIsSpent) {
