@@ -24,6 +24,8 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # 105651, 80635 and others); clang's analyzer and the sanitizers look for the same.
   target_compile_options(QuirebindOptions INTERFACE -Wno-null-dereference -Wno-restrict
                                                     -Wno-maybe-uninitialized)
+  # Nobody replaces one of our functions when the program is loaded, so that they may be inlined.
+  target_compile_options(QuirebindOptions INTERFACE -fno-semantic-interposition)
 endif()
 # What makes a mistake that is still there harder to use: canaries on the stack, checked library calls
 # and containers, checked jumps, addresses that nobody can foresee, relocations that nobody can change.

@@ -130,7 +130,7 @@ class ResourceDigests::Walk {
             text() += " null";
             return;
         }
-        const SourceObject object = reader_.read(reference.number, &parts_);
+        const SourceObject object = reader_.read(reference.number, &digests_.parts_);
         spend(object.value);
         if (isSimple(object.value)) {
             appendSimple(object.value, text());
@@ -138,7 +138,8 @@ class ResourceDigests::Walk {
         }
         open(reference.number);
         if (object.isStream) appendBytes('s', digests_.bodyDigest(object), text());
-        fill(object.value, DictionaryReader(object.value, parts_), object.isStream ? "Length" : "");
+        fill(object.value, DictionaryReader(object.value, digests_.parts_),
+             object.isStream ? "Length" : "");
     }
 
     /// Begins the text of what is in brackets, or of an object.
@@ -234,7 +235,6 @@ class ResourceDigests::Walk {
 
     ResourceDigests& digests_;
     ObjectReader& reader_;
-    FoundParts parts_;
     std::uint64_t work_ = 0;
     bool hasTooMuch_ = false;    // in it is what is too much by itself
     std::vector<Item> pending_;  // the next one last

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "Platform/PDF/FoundParts.h"
 #include "Platform/PDF/KeyedHash.h"
 #include "Platform/PDF/ObjectReader.h"
 #include "Platform/PDF/Value.h"
@@ -38,6 +39,7 @@ class ResourceDigests {
     // compared as quickly as the fonts.
     std::map<std::uint32_t, std::optional<std::string>> digests_;
     std::map<std::uint32_t, std::string> bodies_;  // of streams
+    FoundParts parts_;                             // of the object that was read last
     WorkBudget graphs_;
     WorkBudget bodyBytes_;  // bodies do not overlap, so together they fit the file
 };
