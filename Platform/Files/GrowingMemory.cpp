@@ -67,18 +67,19 @@ bool GrowingMemory::growMapping([[maybe_unused]] std::size_t size) {
     const std::size_t wanted = std::max(size, kFirstMapping);
     const std::size_t whole = (wanted + kLargePage - 1) / kLargePage * kLargePage;
     Pages place = reserve(whole);
-    if (place == nullptr) return false;
     if (mapping_ != nullptr) {
+        // Where there are not enough addresses for both, wherever the system finds some.
+        const int where = place == nullptr ? MREMAP_MAYMOVE : MREMAP_MAYMOVE | MREMAP_FIXED;
         // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): as it is declared
-        void* const moved = ::mremap(mapping_.get(), mapping_.get_deleter().size, whole,
-                                     MREMAP_MAYMOVE | MREMAP_FIXED, place.get());
-        if (moved == MAP_FAILED) {
-            // The place may have been unmapped already, and be another thread's by now.
-            (void)place.release();
-            return false;
-        }
+        void* const moved =
+            ::mremap(mapping_.get(), mapping_.get_deleter().size, whole, where, place.get());
+        // The place is the mapping now, or unmapped, and perhaps another thread's already.
+        (void)place.release();
+        if (moved == MAP_FAILED) return false;
         (void)mapping_.release();
+        place = {static_cast<char*>(moved), detail::UnmapPages{whole}};
     } else {
+        if (place == nullptr) return false;
         if (::mprotect(place.get(), whole, PROT_READ | PROT_WRITE) != 0) return false;
         (void)::madvise(place.get(), whole, MADV_HUGEPAGE);
         if (size_ != 0) std::memcpy(place.get(), data_, size_);

@@ -12,7 +12,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
-#include <unistd.h>
 
 #include "Tests/QuirebindCore/CoreTestSupport.h"
 #include "Tests/Support/ChildProcess.h"
@@ -74,14 +73,6 @@ endstream endobj
     return folder / name;
 }
 
-/// Limits what this process may map to so much more than it has mapped.
-void limitMemory(rlim_t moreMegabytes) {
-    rlim_t pages = 0;
-    std::ifstream("/proc/self/statm") >> pages;
-    const rlim_t mapped = pages * static_cast<rlim_t>(::sysconf(_SC_PAGESIZE));
-    test::limit(RLIMIT_AS, mapped + moreMegabytes * kMegabyte);
-}
-
 class LittleMemory : public ::testing::TestWithParam<rlim_t> {};
 
 TEST_P(LittleMemory, refusesTheSourceThatIsTooLarge) {
@@ -92,7 +83,7 @@ TEST_P(LittleMemory, refusesTheSourceThatIsTooLarge) {
                                            addLarge(folder, "large.pdf")};
     folder.write("out.pdf", "what was there before");
     const int result = inChildProcess([&] {
-        limitMemory(GetParam());
+        test::limitMemory(GetParam() * kMegabyte);
         const auto failure = failureOfMerging(sources, folder / "out.pdf");
         if (!failure) return 1;
         return failure->kind() == Kind::invalid && failure->name() == "large.pdf" ? 0 : 2;

@@ -4,9 +4,11 @@
 #pragma once
 
 #include <cerrno>
+#include <fstream>
 #include <system_error>
 
 #include <sys/resource.h>
+#include <unistd.h>
 
 namespace quirebind::test {
 
@@ -26,6 +28,13 @@ inline void limit(decltype(RLIMIT_AS) resource, rlim_t most) {
     if (::setrlimit(resource, &both) != 0) {
         throw std::system_error(errno, std::generic_category(), "setrlimit");
     }
+}
+
+/// In a child process: lets it map so many more bytes than it has mapped.
+inline void limitMemory(rlim_t more) {
+    rlim_t pages = 0;
+    std::ifstream("/proc/self/statm") >> pages;
+    limit(RLIMIT_AS, pages * static_cast<rlim_t>(::sysconf(_SC_PAGESIZE)) + more);
 }
 
 }  // namespace quirebind::test

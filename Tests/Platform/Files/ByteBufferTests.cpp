@@ -11,6 +11,8 @@
 
 #include "Platform/Files/ByteBuffer.h"
 #include "Platform/Files/GrowingMemory.h"
+#include "Tests/Support/ChildProcess.h"
+#include "Tests/Support/MemoryLimit.h"
 
 namespace quirebind {
 namespace {
@@ -62,6 +64,22 @@ TEST(ByteBuffer, staysAsItIsWhereThereIsNoRoom) {
         buffer.append(text);
         EXPECT_TRUE(buffer.text() == text.substr(0, size) + text);
     }
+}
+
+TEST(ByteBuffer, growsWhereThereAreNotEnoughAddressesForTwo) {
+    if (!test::kMemoryLimitsWork)
+        GTEST_SKIP() << "sanitizers map more memory than any limit that would matter";
+    const std::string text = someText(10 * kLargePage);
+    const std::string more = someText(2 * kLargePage);
+    const std::string both = text + more;
+    const int result = inChildProcess([&] {
+        ByteBuffer buffer;
+        buffer.append(text);
+        test::limitMemory(4 * kLargePage);
+        buffer.append(more);
+        return buffer.text() == both ? 0 : 1;
+    });
+    EXPECT_EQ(result, 0);
 }
 
 TEST(ByteBuffer, growsAfterSomeIsSpent) {
