@@ -8,4 +8,5 @@ set(QUIREBIND_HEADERS
     Platform/PDF/PageLink.h
     Platform/PDF/PageSize.h
     Platform/Files/URL.h
-    Platform/Files/ByteBuffer.h)
+    Platform/Files/ByteBuffer.h
+    Platform/Files/GrowingMemory.h)

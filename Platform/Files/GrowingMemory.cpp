@@ -15,7 +15,7 @@ namespace {
 /// The most that the allocator is asked for where mappings can be moved.
 constexpr std::size_t kSmall = std::size_t{512} << 10U;
 /// The least that is mapped. What is never touched costs nothing but its addresses.
-constexpr std::size_t kFirstMapping = 4 * kLargePage;
+[[maybe_unused]] constexpr std::size_t kFirstMapping = 4 * kLargePage;
 
 #if defined(MREMAP_FIXED)
 constexpr bool kMovesPages = true;
