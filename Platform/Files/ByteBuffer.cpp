@@ -61,9 +61,9 @@ void ByteBuffer::replace(std::size_t offset, std::string_view text) {
 
 void ByteBuffer::spend(std::size_t count) {
     // Whole large pages only: to take one of them apart costs more than it gives.
+    const char* const end = memory_.data() + count;
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): only to know where it is
-    const std::size_t behind =
-        reinterpret_cast<std::uintptr_t>(memory_.data() + count) % kLargePage;
+    const std::size_t behind = reinterpret_cast<std::uintptr_t>(end) % kLargePage;
     if (count <= spent_ + behind) return;
     giveBack(std::span(memory_.data(), count - behind).subspan(spent_));
     spent_ = count - behind;

@@ -70,9 +70,10 @@ bool GrowingMemory::growMapping([[maybe_unused]] std::size_t size) {
     if (mapping_ != nullptr) {
         // Where there are not enough addresses for both, wherever the system finds some.
         const int where = place == nullptr ? MREMAP_MAYMOVE : MREMAP_MAYMOVE | MREMAP_FIXED;
-        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): as it is declared
+        // NOLINTBEGIN(cppcoreguidelines-pro-type-vararg): as it is declared
         void* const moved =
             ::mremap(mapping_.get(), mapping_.get_deleter().size, whole, where, place.get());
+        // NOLINTEND(cppcoreguidelines-pro-type-vararg)
         // The place is the mapping now, or unmapped, and perhaps another thread's already.
         (void)place.release();
         if (moved == MAP_FAILED) return false;

@@ -64,8 +64,8 @@ class GrowingMemory {
     [[nodiscard]] bool grow(std::size_t size);
 
  private:
-    using Block = std::unique_ptr<char, detail::FreeBlock>;
-    using Pages = std::unique_ptr<char, detail::UnmapPages>;
+    using Block = std::unique_ptr<char[], detail::FreeBlock>;
+    using Pages = std::unique_ptr<char[], detail::UnmapPages>;
 
     [[nodiscard]] static Pages reserve(std::size_t size);
     [[nodiscard]] bool growSmall(std::size_t size);
