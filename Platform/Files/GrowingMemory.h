@@ -17,12 +17,14 @@ inline constexpr std::size_t kLargePage = std::size_t{2} << 20U;
 namespace detail {
 /// Gives memory back to the allocator.
 struct FreeBlock {
+    /// `bytes` came from malloc or realloc.
     // NOLINTNEXTLINE(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory): from realloc
     void operator()(char* bytes) const { std::free(bytes); }
 };
 /// Gives pages back to the system.
 struct UnmapPages {
-    std::size_t size = 0;
+    std::size_t size = 0;  ///< Of what is given back, in bytes.
+    /// `bytes` is where a mapping begins.
     void operator()(char* bytes) const;
 };
 }  // namespace detail
