@@ -13,8 +13,8 @@
 
 namespace quirebind {
 
-/// Bytes that grow at their end, and are not copied when they do. Throws std::bad_alloc when memory
-/// runs out; what was there stays. Move-only.
+/// Bytes that grow at their end; large ones are not copied when they do. Throws std::bad_alloc when
+/// memory runs out; what was there stays. Move-only.
 class ByteBuffer {
  public:
     ByteBuffer() = default;

@@ -29,12 +29,13 @@ struct UnmapPages {
 };
 }  // namespace detail
 
-/// A block of memory that grows without being copied. Move-only.
+/// A block of memory that grows without its bytes being copied again and again. Move-only.
 ///
-/// A small one is the allocator's. A large one is a mapping of its own, whose pages are moved; it
-/// lies on the boundaries of large pages, and asks the system to use these: memory that is filled
-/// from front to back is given 4 KB at a time otherwise, which takes as long as filling it. Where
-/// the system cannot move pages the allocator has to do what it can.
+/// A small one is the allocator's, and is copied once when it becomes large. A large one is a
+/// mapping of its own, whose pages are moved instead; it lies on the boundaries of large pages, and
+/// asks the system to use these: memory that is filled from front to back is given 4 KB at a time
+/// otherwise, which takes as long as filling it. Where the system cannot move pages the allocator
+/// has to do what it can.
 class GrowingMemory {
  public:
     GrowingMemory() = default;
