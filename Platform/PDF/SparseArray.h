@@ -10,17 +10,23 @@
 
 namespace quirebind {
 
-/// An array over object numbers that costs no more than what is stored in it: numbers below a limit
-/// live in a flat vector, wild ones above in a tree (which, unlike a hash table, no file can slow
-/// down by its choice of numbers). Elements that were never written read as T().
+/// An array over object numbers that costs no more than what is stored in it: of the numbers below
+/// a limit, those that stand together live in a page of their own, wild ones above in a tree
+/// (which, unlike a hash table, no file can slow down by its choice of numbers). Elements that were
+/// never written read as T().
+///
+///     places_   | 0 | - | - | 1 | ...       by number / kPage
+///               +---------+---------+
+///     elements_ | page 0  | page 1  | ...
 template <typename T>
 class SparseArray {
  public:
-    /// `flatLimit`: the numbers for which flat storage is worth its memory.
-    explicit SparseArray(std::size_t flatLimit) : flatLimit_(flatLimit) {}
+    /// `flatLimit`: the numbers for which a place is worth its memory.
+    explicit SparseArray(std::size_t flatLimit) : flatLimit_(wholePages(flatLimit)) {}
 
     [[nodiscard]] T get(std::uint32_t index) const {
-        if (index < flat_.size()) return flat_[index];
+        if (const std::size_t page = index / kPage; page < places_.size())
+            return places_[page] == kNowhere ? T() : elements_[places_[page] + index % kPage];
         if (index < flatLimit_) return T();
         const auto found = wild_.find(index);
         return found == wild_.end() ? T() : found->second;
@@ -29,37 +35,47 @@ class SparseArray {
     /// The element, to be written; valid until the next call.
     [[nodiscard]] T& at(std::uint32_t index) {
         if (index >= flatLimit_) return wild_[index];
-        if (index >= flat_.size()) {
-            if (index >= flat_.capacity()) flat_.reserve(grown(index));
-            flat_.resize(std::size_t{index} + 1);
+        const std::size_t page = index / kPage;
+        if (page >= places_.size()) places_.resize(page + 1, kNowhere);
+        if (places_[page] == kNowhere) {
+            places_[page] = static_cast<std::uint32_t>(elements_.size());
+            elements_.resize(elements_.size() + kPage);
         }
-        return flat_[index];
+        return elements_[places_[page] + index % kPage];
     }
 
-    /// Calls `visit(index, element)` for every element that was written, and for those flat ones
-    /// in between that were not.
+    /// Calls `visit(index, element)` for every element that was written, and for those of
+    /// its page that were not.
     template <typename Visit>
     void forEach(Visit visit) const {
-        for (std::size_t i = 0; i < flat_.size(); ++i)
-            visit(static_cast<std::uint32_t>(i), flat_[i]);
+        for (std::size_t page = 0; page < places_.size(); ++page) {
+            if (places_[page] == kNowhere) continue;
+            for (std::size_t i = 0; i < kPage; ++i)
+                visit(static_cast<std::uint32_t>(page * kPage + i), elements_[places_[page] + i]);
+        }
         for (const auto& [index, element] : wild_) visit(index, element);
     }
 
     /// Forgets all elements but keeps the memory, for the next user with another limit.
     void reset(std::size_t flatLimit) {
-        flatLimit_ = flatLimit;
-        flat_.clear();
+        flatLimit_ = wholePages(flatLimit);
+        places_.clear();
+        elements_.clear();
         wild_.clear();
     }
 
  private:
-    [[nodiscard]] std::size_t grown(std::uint32_t index) const {
-        const std::size_t doubled = 2 * flat_.capacity();
-        return doubled > index ? doubled : std::size_t{index} + 1;
+    static constexpr std::size_t kPage = 64;
+    static constexpr std::uint32_t kNowhere = 0xffffffff;
+
+    /// No page is shared by the numbers below the limit and those above.
+    static constexpr std::size_t wholePages(std::size_t limit) {
+        return (limit + kPage - 1) / kPage * kPage;
     }
 
     std::size_t flatLimit_;
-    std::vector<T> flat_;
+    std::vector<std::uint32_t> places_;  // where in `elements_` each page begins
+    std::vector<T> elements_;
     std::map<std::uint32_t, T> wild_;
 };
 

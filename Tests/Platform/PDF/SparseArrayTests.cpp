@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 
@@ -34,15 +36,27 @@ TEST(SparseArray, isZeroWhereNothingWasWritten) {
     }
 }
 
+TEST(SparseArray, keepsWhatIsFarApart) {
+    SparseArray<std::uint32_t> array(std::size_t{1} << 20U);
+    for (std::uint32_t index = 1 << 20U; index-- > 0; index -= std::min(index, 777U))
+        array.at(index) = index + 1;
+    for (std::uint32_t index = 1 << 20U; index-- > 0; index -= std::min(index, 777U)) {
+        EXPECT_EQ(array.get(index), index + 1);
+        EXPECT_EQ(array.get(index - 1), 0U);
+        EXPECT_EQ(array.get(index + 1), 0U);
+    }
+}
+
 TEST(SparseArray, visitsEverythingThatWasWritten) {
     SparseArray<int> array(100);
     array.at(3) = 30;
+    array.at(99) = 35;
     array.at(1000) = 40;
     std::map<std::uint32_t, int> seen;
     array.forEach([&](std::uint32_t index, int element) {
         if (element != 0) seen[index] = element;
     });
-    EXPECT_EQ(seen, (std::map<std::uint32_t, int>{{3, 30}, {1000, 40}}));
+    EXPECT_EQ(seen, (std::map<std::uint32_t, int>{{3, 30}, {99, 35}, {1000, 40}}));
 }
 
 TEST(SparseArray, forgetsEverythingWhenReset) {
