@@ -75,13 +75,14 @@ std::optional<std::uint32_t> StreamSharer::standInFor(std::uint32_t source) {
 /// that of a stream that can be shared, or is said elsewhere.
 bool StreamSharer::mayBeShared(std::uint64_t offset) {
     constexpr std::size_t kBeginning = 512;
-    constexpr std::string_view kLength = "/Length";
+    constexpr std::string_view kLength = "Length";  // the L is rare, a solidus is not
     std::string_view text = reader_.image().view(offset, kBeginning);
     text = text.substr(0, kBeginning);
     for (std::size_t at = text.find(kLength); at != std::string_view::npos;
          at = text.find(kLength, at)) {
+        const bool isName = at > 0 && text[at - 1] == '/';
         at += kLength.size();
-        if (at < text.size() && isDigit(text[at])) continue;  // /Length1
+        if (!isName || (at < text.size() && isDigit(text[at]))) continue;  // /Length1
         std::size_t end = skipWhite(text, at);
         Reference reference;
         std::size_t looked = 0;
