@@ -4,42 +4,15 @@
 #include "Platform/PDF/ValueScanner.h"
 
 #include <algorithm>
-#include <array>
+#include <bit>
 
+#include "Platform/PDF/BracketStack.h"
+#include "Platform/PDF/CharacterBlock.h"
 #include "Platform/PDF/Characters.h"
 #include "Platform/PDF/Limits.h"
 
 namespace quirebind {
 namespace {
-
-/// Which of the open brackets are dictionaries, a bit each.
-class BracketStack {  // NOLINT(cppcoreguidelines-pro-type-member-init): see outer_
- public:
-    [[nodiscard]] bool empty() const { return depth_ == 0; }
-    [[nodiscard]] std::size_t depth() const { return depth_; }
-    [[nodiscard]] bool push(bool dictionary) {
-        if (depth_ == limits::kNesting) return false;
-        if (depth_ % kWord == 0 && depth_ != 0) outer_[depth_ / kWord - 1] = inner_;
-        inner_ = inner_ << 1U | (dictionary ? 1U : 0U);
-        ++depth_;
-        return true;
-    }
-    [[nodiscard]] bool pop(bool dictionary) {
-        if (depth_ == 0) return false;
-        --depth_;
-        const bool isDictionary = (inner_ & 1U) != 0;
-        inner_ = depth_ % kWord == 0 && depth_ != 0 ? outer_[depth_ / kWord - 1] : inner_ >> 1U;
-        return isDictionary == dictionary;
-    }
-
- private:
-    static constexpr std::size_t kWord = 64;
-
-    std::size_t depth_ = 0;
-    std::uint64_t inner_ = 0;  // the innermost brackets, the last one lowest
-    // Full words of the brackets around those. Not cleared: it would take longer than most scans.
-    std::array<std::uint64_t, limits::kNesting / kWord> outer_;
-};
 
 /// Behind the literal string that begins at `at` (ISO 32000-2, 7.3.4.2); npos where it is not
 /// closed.
@@ -83,173 +56,266 @@ inline bool isUsualRest(std::string_view text, std::size_t at) {
 /// Notes the entries of the dictionary that is scanned, from the places of its keys and values.
 class EntryNotes {
  public:
-    explicit EntryNotes(FoundParts& parts) : parts_(parts) {}
+    explicit EntryNotes(FoundParts* parts) : parts_(parts) {}
 
     /// A name, or any other value, stands there.
     void add(std::size_t begin, std::size_t end, bool isName) {
-        if (!parts_.wellFormed()) return;
+        if (!parts_->wellFormed()) return;
         if (hasKey_) {
-            parts_.endLastEntry(begin, end);
+            parts_->endLastEntry(begin, end);
             hasKey_ = false;
         } else if (isName) {
-            parts_.add(FoundEntry{begin, end, end, end});
+            parts_->add(FoundEntry{begin, end, end, end});
             hasKey_ = true;
         } else {
-            parts_.breakOff();
+            parts_->breakOff();
         }
     }
 
  private:
-    FoundParts& parts_;
+    FoundParts* parts_;  // not owned
     bool hasKey_ = false;
 };
 
-/// The state of one scan. What is noted is decided when it is compiled: most scans note nothing.
+/// Whether the word ends an object: inside brackets it tells that one of them was never closed.
+bool endsObject(std::string_view word) {
+    return word == "endobj" || word == "stream" || word == "obj";
+}
+
+/// A scan of a value that begins with a bracket, from token to token. In the dictionary whose
+/// entries are noted that is every token; elsewhere it is what opens or closes something, comments
+/// and words, and what else there is in between is passed over, a block of text at a time. What is
+/// noted is decided when it is compiled: most scans note nothing.
 template <bool kNotes>
-class Scan {
+class BracketScan {
  public:
-    Scan(std::string_view text, std::size_t at, FoundParts& parts)
-        : text_(text), at_(at), parts_(parts), entries_(parts) {}
+    /// `parts` is looked at by scans that note something only.
+    BracketScan(std::string_view text, std::size_t begin, FoundParts* parts)
+        : text_(text), begin_(begin), parts_(parts), entries_(parts) {}
 
     Extent run() {
-        at_ = skipWhite(text_, at_);
-        begin_ = at_;
-        isDictionary_ = text_.substr(at_).starts_with("<<");
-        do {
-            at_ = skipWhite(text_, at_);
-            if (at_ >= text_.size()) return extent(open_.empty());
-            if (!step()) return extent(false);
-        } while (!open_.empty());
-        return extent(true);
+        isDictionary_ = text_[begin_] == '<';
+        std::size_t at = begin_ + (isDictionary_ ? 2 : 1);
+        behindMark_ = at;
+        const bool isValue = brackets_.push(isDictionary_) && scan(at);
+        const std::size_t read = std::min(at, text_.size());
+        return {begin_, isValue ? at : std::string_view::npos, std::max(read, looked_)};
     }
 
  private:
-    [[nodiscard]] Extent extent(bool isValue) const {
-        const std::size_t read = std::min(at_, text_.size());
-        return {begin_, isValue ? at_ : std::string_view::npos, std::max(read, looked_)};
+    /// A block of the text from `begin` on. `isMidway`: inside a token that is passed over.
+    struct Block {
+        Block(std::string_view text, std::size_t at, bool isMidway)
+            : begin(at), bytes(CharacterBlock::of(text, at)) {
+            const std::uint64_t goesOn = ~bytes.separators | bytes.solidi;
+            const std::uint64_t first = ~bytes.separators & ~(goesOn << 1U | (isMidway ? 1U : 0U));
+            tokens = bytes.delimiters | first;
+            marks = (bytes.delimiters & ~bytes.solidi) | (first & bytes.words);
+            endsMidway = goesOn >> (CharacterBlock::kSize - 1) != 0;
+        }
+
+        std::size_t begin;
+        CharacterBlock bytes;
+        std::uint64_t tokens = 0;  ///< Where one begins.
+        std::uint64_t marks = 0;   ///< Of them, those that nothing passes over.
+        bool endsMidway = false;
+    };
+
+    /// From behind the first bracket to behind its counterpart. False where the syntax is broken:
+    /// `at` is where then, or npos where something does not end.
+    bool scan(std::size_t& at) {
+        bool isMidway = false;
+        while (at < text_.size()) {
+            const Block block(text_, at, isMidway);
+            isMidway = false;
+            while (at - block.begin < CharacterBlock::kSize) {
+                const std::uint64_t rest =
+                    (isNoted() ? block.tokens : block.marks) >> (at - block.begin);
+                if (rest == 0) {
+                    at = block.begin + CharacterBlock::kSize;
+                    isMidway = block.endsMidway;
+                    break;
+                }
+                at += static_cast<std::size_t>(std::countr_zero(rest));
+                if (!step(block, at)) return false;
+                if (brackets_.empty()) return true;
+            }
+        }
+        at = text_.size();
+        return false;
     }
 
-    /// Passes over one token that is not white space. False where the syntax is broken.
-    bool step() {
-        const std::size_t begin = at_;
-        switch (text_[begin]) {
-            case '/':
-                at_ = skipRegular(text_, begin + 1);
-                note(begin, true);
-                return true;
+    /// Passes over the token at `at`. False where the syntax is broken.
+    bool step(const Block& block, std::size_t& at) {
+        const std::size_t begin = at;
+        const char c = text_[begin];
+        if (c == '/') {
+            at = regularEnd(block, begin + 1);
+            note(begin, at, true);
+            return true;
+        }
+        if (isDigit(c)) {  // of an entry: other numbers are passed over
+            number(block, at);
+            return true;
+        }
+        switch (c) {
             case '(':
-                return passTo(skipLiteralString(text_, begin));
+                at = skipLiteralString(text_, begin);
+                return passed(begin, at);
             case '[':
-                ++at_;
-                return open(begin, false);
+                ++at;
+                return open(begin, at, false);
             case ']':
-                ++at_;
-                return close(false);
+                ++at;
+                return close(at, false);
             case '<':
                 if (begin + 1 < text_.size() && text_[begin + 1] == '<') {
-                    at_ += 2;
-                    return open(begin, true);
+                    at += 2;
+                    return open(begin, at, true);
                 }
-                return passTo(skipHexString(text_, begin));
+                at = skipHexString(text_, begin);
+                return passed(begin, at);
             case '>':
-                if (begin + 1 >= text_.size()) {
-                    at_ = std::string_view::npos;
-                    return false;
-                }
-                at_ += 2;
-                return text_[begin + 1] == '>' && close(true);
+                at = begin + 1 < text_.size() ? begin + 2 : std::string_view::npos;
+                return at != std::string_view::npos && text_[begin + 1] == '>' && close(at, true);
+            case '%':
+                at = skipWhite(text_, begin);
+                return true;
             case ')':
             case '{':
             case '}':
                 return false;
             default:
-                return isDigit(text_[begin]) ? number() : keyword();
+                at = regularEnd(block, begin);
+                return word(begin, at);
         }
     }
 
-    /// Behind a string that ends at `end`.
-    bool passTo(std::size_t end) {
-        const std::size_t begin = at_;
-        at_ = end;
+    /// The end of the run of regular bytes that begins at `at`, in the block or right behind it.
+    [[nodiscard]] std::size_t regularEnd(const Block& block, std::size_t at) const {
+        const std::size_t place = at - block.begin;
+        const std::uint64_t ends =
+            place < CharacterBlock::kSize ? block.bytes.separators >> place : 0;
+        if (ends != 0) return at + static_cast<std::size_t>(std::countr_zero(ends));
+        return skipRegular(text_, block.begin + CharacterBlock::kSize);
+    }
+
+    /// Behind a string.
+    bool passed(std::size_t begin, std::size_t end) {
         if (end == std::string_view::npos) return false;
-        note(begin, false);
+        behindMark_ = end;
+        note(begin, end, false);
         return true;
     }
 
-    bool open(std::size_t begin, bool dictionary) {
-        if (kNotes && open_.depth() == 1) nested_ = begin;
-        return open_.push(dictionary);
+    bool open(std::size_t begin, std::size_t end, bool dictionary) {
+        behindMark_ = end;
+        if (kNotes && brackets_.depth() == 1) nested_ = begin;
+        return brackets_.push(dictionary);
     }
 
-    bool close(bool dictionary) {
-        if (!open_.pop(dictionary)) return false;
-        note(nested_, false);
+    bool close(std::size_t end, bool dictionary) {
+        behindMark_ = end;
+        if (!brackets_.pop(dictionary)) return false;
+        note(nested_, end, false);
         return true;
     }
 
-    /// What stands from `begin` to here is part of an entry, if it is in no other bracket than the
-    /// outermost one.
-    void note(std::size_t begin, bool isName) {
-        if (kNotes && isEntry()) entries_.add(begin - begin_, at_ - begin_, isName);
+    [[nodiscard]] bool isNoted() const { return kNotes && isDictionary_ && brackets_.depth() == 1; }
+
+    /// What stands there is part of an entry, if it is in no other bracket than the outermost one.
+    void note(std::size_t begin, std::size_t end, bool isName) {
+        if (isNoted()) entries_.add(begin - begin_, end - begin_, isName);
     }
 
-    [[nodiscard]] bool isEntry() const { return isDictionary_ && open_.depth() == 1; }
-
-    bool number() {
-        const std::size_t begin = at_;
-        if (open_.empty() || (kNotes && isEntry())) {
-            Reference reference;
-            std::size_t end = begin;
-            std::size_t looked = 0;
-            const bool isReference = readReference(text_, end, reference, looked);
-            looked_ = looked;
-            at_ = isReference ? end : skipRegular(text_, begin);
-            if (kNotes && isReference)
-                parts_.add(FoundReference{begin - begin_, end - begin_, reference});
-            note(begin, false);
-            return true;
-        }
-        at_ = skipRegular(text_, begin);
-        older_ = newer_;
-        newer_ = begin;
-        return true;
-    }
-
-    /// Behind an R inside brackets that begins at `begin`: notes the reference that ends there.
-    void noteReference(std::size_t begin) {
+    /// An unsigned number as the value of an entry, or the reference that begins with it.
+    void number(const Block& block, std::size_t& at) {
+        const std::size_t begin = at;
         Reference reference;
-        std::size_t end = older_;
-        std::size_t looked = 0;
-        if (readReference(text_, end, reference, looked) && end == begin + 1)
-            parts_.add(FoundReference{older_ - begin_, end - begin_, reference});
+        if (readReference(text_, at, reference, looked_))
+            parts_->add(FoundReference{begin - begin_, at - begin_, reference});
+        else
+            at = regularEnd(block, begin);
+        note(begin, at, false);
     }
 
-    /// A signed number, true, false, null, or something that is no value at all. A keyword that
-    /// ends an object inside brackets tells that one of them was never closed.
-    bool keyword() {
-        const std::size_t begin = at_;
-        const std::size_t end = skipRegular(text_, begin);
+    /// A signed number, true, false, null, the R of a reference, or something that is no value.
+    bool word(std::size_t begin, std::size_t end) {
         const std::string_view word = text_.substr(begin, end - begin);
-        const bool endsObject = word == "endobj" || word == "stream" || word == "obj";
-        if (endsObject && open_.empty()) return true;  // an absent value; the word stays
-        at_ = end;
         if (kNotes && word == "R") noteReference(begin);
-        note(begin, false);
-        return !endsObject;
+        behindMark_ = end;
+        note(begin, end, false);
+        return !endsObject(word);
+    }
+
+    /// Notes the reference that ends with the R at `end`, outside the entries.
+    void noteReference(std::size_t end) {
+        const std::size_t begin = referenceBegin(end);
+        std::size_t at = begin;
+        std::size_t looked = 0;
+        Reference reference;
+        if (readReference(text_, at, reference, looked) && at == end + 1)
+            parts_->add(FoundReference{begin - begin_, at - begin_, reference});
+    }
+
+    /// Where the last number but one before the R at `end` begins, among what was passed over.
+    [[nodiscard]] std::size_t referenceBegin(std::size_t end) const {
+        constexpr std::string_view kUsual = " 0 ";
+        if (end - behindMark_ > kUsual.size() && text_.substr(0, end).ends_with(kUsual)) {
+            std::size_t at = end - kUsual.size();
+            while (at > behindMark_ && isDigit(text_[at - 1])) --at;
+            const bool isNumber = at < end - kUsual.size();
+            if (isNumber && (at == behindMark_ || isWhite(text_[at - 1]))) return at;
+        }
+        std::size_t older = end;
+        std::size_t newer = end;
+        for (std::size_t at = behindMark_; (at = skipWhite(text_, at)) < end;) {
+            if (isDigit(text_[at])) {
+                older = newer;
+                newer = at;
+            }
+            at = skipRegular(text_, text_[at] == '/' ? at + 1 : at);
+        }
+        return older;
     }
 
     std::string_view text_;
-    std::size_t at_;
-    std::size_t begin_ = 0;
+    std::size_t begin_;
     std::size_t looked_ = 0;
-    std::size_t older_ = 0;   // where the last number but one inside brackets began
-    std::size_t newer_ = 0;   // and the last one
-    std::size_t nested_ = 0;  // where what is in the outermost bracket begins, if it has its own
+    std::size_t behindMark_ = 0;  // behind the last token that was not passed over, nor a comment
+    std::size_t nested_ = 0;      // where what is in the outermost bracket begins
     bool isDictionary_ = false;
-    FoundParts& parts_;
+    FoundParts* parts_;  // not owned
     EntryNotes entries_;
-    BracketStack open_;
+    BracketStack brackets_;
 };
+
+/// The extent of what begins at `begin` and is in no bracket. Notes what it refers to, unless
+/// `parts` is null.
+Extent scanSingle(std::string_view text, std::size_t begin, FoundParts* parts) {
+    const auto to = [&](std::size_t end) { return Extent{begin, end, std::min(end, text.size())}; };
+    const char c = text[begin];
+    if (c == '/') return to(skipRegular(text, begin + 1));
+    if (c == '(') return to(skipLiteralString(text, begin));
+    if (c == '<') return to(skipHexString(text, begin));
+    if (!isRegular(c)) return {begin, std::string_view::npos, begin + 1};
+    if (isDigit(c)) {
+        Reference reference;
+        std::size_t at = begin;
+        std::size_t looked = begin;
+        const bool isReference = readReference(text, at, reference, looked);
+        if (!isReference) at = skipRegular(text, begin);
+        if (isReference && parts != nullptr) parts->add(FoundReference{0, at - begin, reference});
+        return {begin, at, std::max(at, looked)};
+    }
+    const std::size_t end = skipRegular(text, begin);
+    // An absent value; the word stays.
+    return to(endsObject(text.substr(begin, end - begin)) ? begin : end);
+}
+
+bool isBracket(std::string_view value) {
+    return value[0] == '[' || value.starts_with("<<");
+}
 
 }  // namespace
 
@@ -280,16 +346,17 @@ bool readReference(std::string_view text, std::size_t& at, Reference& reference,
 }
 
 Extent scanValue(std::string_view text, std::size_t at, FoundParts* parts) {
-    if (parts == nullptr) {
-        FoundParts nothing;
-        return Scan<false>(text, at, nothing).run();
-    }
     const std::size_t begin = skipWhite(text, at);
-    if (const std::size_t length = parts->recall(text.substr(begin)); length != 0)
-        return {begin, begin + length, begin + length};
-    parts->clear();
-    const Extent extent = Scan<true>(text, begin, *parts).run();
-    if (extent.isValue() && text.substr(begin).starts_with("<<")) parts->remember(extent.in(text));
+    if (parts != nullptr) {
+        if (const std::size_t length = parts->recall(text.substr(begin)); length != 0)
+            return {begin, begin + length, begin + length};
+        parts->clear();
+    }
+    if (begin == text.size()) return {begin, begin, begin};
+    if (!isBracket(text.substr(begin))) return scanSingle(text, begin, parts);
+    if (parts == nullptr) return BracketScan<false>(text, begin, nullptr).run();
+    const Extent extent = BracketScan<true>(text, begin, parts).run();
+    if (extent.isValue() && text[begin] == '<') parts->remember(extent.in(text));
     return extent;
 }
 

@@ -75,6 +75,15 @@ TEST(BrokenValue, isNoValue) {
     }
 }
 
+TEST(BrokenValue, isReadNoFurtherThanItTakes) {
+    const std::string rest(1000, ' ');
+    EXPECT_LT(scanValue(")" + rest, 0).looked, 3U);
+    EXPECT_LT(scanValue("[ )" + rest, 0).looked, 5U);
+    EXPECT_LT(scanValue("[endobj" + rest, 0).looked, 9U);
+    EXPECT_EQ(scanValue("[" + rest, 0).looked, 1001U);
+    EXPECT_EQ(scanValue("(" + rest, 0).looked, 1001U);
+}
+
 std::string nested(std::size_t depth) {
     return std::string(depth, '[') + std::string(depth, ']');
 }
@@ -115,6 +124,21 @@ TEST(References, areNotFoundInOtherThings) {
     }
 }
 
+TEST(References, areFoundOnBothSidesOfAComment) {
+    EXPECT_THAT(referencesIn("[1 % 2\n0 R 3 0 %)\rR]"),
+                ElementsAre("1 % 2\n0 R = 1/0", "3 0 %)\rR = 3/0"));
+    EXPECT_THAT(referencesIn("[1 % 2 0 \n0 R]"), ElementsAre("1 % 2 0 \n0 R = 1/0"));
+}
+
+TEST(References, beginWhereANumberBegins) {
+    for (const std::string_view text :
+         {"[/1 0 R]", "[/A1 0 R]", "[x1 0 R]", "[+1 0 R]", "[ 0 R]", "[/A 0 R]", "[(1) 0 R]"}) {
+        EXPECT_THAT(referencesIn(text), IsEmpty()) << text;
+    }
+    EXPECT_THAT(referencesIn("[(a)1 0 R<41>2 0 R]"), ElementsAre("1 0 R = 1/0", "2 0 R = 2/0"));
+    EXPECT_THAT(referencesIn("[1 2  0 R]"), ElementsAre("2  0 R = 2/0"));
+}
+
 TEST(References, arePlacedFromTheValuesBeginning) {
     FoundParts parts;
     EXPECT_TRUE(scanValue("xx  [1 0 R]", 2, &parts).isValue());
@@ -128,6 +152,23 @@ TEST(References, toImpossibleObjectsNameNothing) {
     EXPECT_THAT(referencesIn("[2147483647 65535 R]"),
                 ElementsAre("2147483647 65535 R = 2147483647/65535"));
     EXPECT_THAT(referencesIn("[1 4294967296 R]"), ElementsAre("1 4294967296 R = 1/65536"));
+}
+
+/// Long enough to move what follows from one block of the text that is looked at to the next.
+constexpr std::size_t kShifts = 140;
+
+TEST(References, areTheSameWhereverTheyStand) {
+    for (std::size_t shift = 0; shift < kShifts; ++shift) {
+        SCOPED_TRACE(shift);
+        const std::string spaces(shift, ' ');
+        const std::string digits(shift, '7');
+        EXPECT_THAT(referencesIn("[[" + spaces + "1 0 R(2 0 R)/3 0 R <4 0 R>55 6 R]]"),
+                    ElementsAre("1 0 R = 1/0", "55 6 R = 55/6"));
+        EXPECT_THAT(referencesIn("[[/" + digits + " 0 R 0." + digits + " 0 R 8 0 R]]"),
+                    ElementsAre("8 0 R = 8/0"));
+        EXPECT_THAT(referencesIn("[[(" + digits + ")1 0 R %" + digits + " 0 R\n2 0 R]]"),
+                    ElementsAre("1 0 R = 1/0", "2 0 R = 2/0"));
+    }
 }
 
 TEST(ReadUnsigned, takesAtMostNineteenDigits) {
@@ -165,6 +206,18 @@ TEST(Entries, areThoseOfTheDictionaryItself) {
     EXPECT_THAT(entriesIn("<</A(1)/B<32> % /C 3\n/D -4>>"),
                 ElementsAre("/A = (1)", "/B = <32>", "/D = -4"));
     EXPECT_THAT(entriesIn("<<>>"), IsEmpty());
+}
+
+TEST(Entries, areTheSameWhereverTheyStand) {
+    for (std::size_t shift = 0; shift < kShifts; ++shift) {
+        SCOPED_TRACE(shift);
+        const std::string name = "/N" + std::string(shift, 'n');
+        const std::string inside = "<</A<</B" + name + ">>/C" + name + "/D[[/E]" + name + "]/F 2>>";
+        EXPECT_THAT(entriesIn("<<" + name + " 1/G" + name + "/H" + inside + "/I 3 0 R/J(" + name +
+                              ")/K true>>"),
+                    ElementsAre(name + " = 1", "/G = " + name, "/H = " + inside, "/I = 3 0 R",
+                                "/J = (" + name + ")", "/K = true"));
+    }
 }
 
 TEST(Entries, areOfNothingElse) {
