@@ -56,10 +56,10 @@ bool FoundParts::Shape::isThatOf(std::string_view other) const {
 }
 
 bool FoundParts::Shape::readReferences(std::string_view other) {
-    for (FoundReference& found : references) {
-        std::size_t end = found.begin;
+    for (FoundReference& each : found.references) {
+        std::size_t end = each.begin;
         std::size_t looked = 0;
-        if (!readReference(other, end, found.reference, looked) || end != found.end) return false;
+        if (!readReference(other, end, each.reference, looked) || end != each.end) return false;
     }
     return true;
 }
@@ -75,25 +75,28 @@ std::size_t FoundParts::recall(std::string_view text) {
     return 0;
 }
 
-void FoundParts::clear() {
+Found& FoundParts::renew() {
     if (!shapes_[current_].text.empty()) {
         oldest_ = (oldest_ + 1) % remembered_;
         current_ = oldest_;
     }
     Shape& shape = shapes_[current_];
+    shape.text.clear();
+    shape.serial = 0;
+    Found& found = shape.found;
     // What a list of all fields took is not kept for small objects.
     constexpr std::size_t kMostKept = 4096;
-    if (shape.references.capacity() > kMostKept) shape.references = {};
-    if (shape.entries.capacity() > kMostKept) shape.entries = {};
-    shape.text.clear();
-    shape.references.clear();
-    shape.entries.clear();
-    shape.wellFormed = true;
-    shape.serial = 0;
-    if (shape.entries.capacity() != 0) return;
-    constexpr std::size_t kUsual = 16;  // more than most dictionaries have
-    shape.references.reserve(kUsual);
-    shape.entries.reserve(kUsual);
+    if (found.references.capacity() > kMostKept) found.references = {};
+    if (found.entries.capacity() > kMostKept) found.entries = {};
+    found.references.clear();
+    found.entries.clear();
+    found.wellFormed = true;
+    if (found.entries.capacity() == 0) {
+        constexpr std::size_t kUsual = 16;  // more than most dictionaries have
+        found.references.reserve(kUsual);
+        found.entries.reserve(kUsual);
+    }
+    return found;
 }
 
 void FoundParts::remember(std::string_view dictionary) {

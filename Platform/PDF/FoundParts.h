@@ -36,6 +36,13 @@ struct FoundEntry {
     std::size_t valueEnd = 0;
 };
 
+/// What is found in one value. Positions count from its beginning.
+struct Found {
+    std::vector<FoundReference> references;  ///< All, however deep.
+    std::vector<FoundEntry> entries;         ///< Of the dictionary that the value itself is.
+    bool wellFormed = true;  ///< Nothing else stands where a key should; the entries end there.
+};
+
 /// What a scan meets in a value, in the order in which it stands. Positions count from the value's
 /// beginning.
 ///
@@ -51,15 +58,13 @@ class FoundParts {
     explicit FoundParts(Memory memory = Memory::none)
         : remembered_(memory == Memory::shapes ? kShapes : 0) {}
 
-    [[nodiscard]] const std::vector<FoundReference>& references() const {  ///< All, however deep.
-        return shapes_[current_].references;
+    [[nodiscard]] const std::vector<FoundReference>& references() const {
+        return shapes_[current_].found.references;
     }
-    /// Of the dictionary that the value itself is.
     [[nodiscard]] const std::vector<FoundEntry>& entries() const {
-        return shapes_[current_].entries;
+        return shapes_[current_].found.entries;
     }
-    /// Whether there was no other thing where a key should stand; the entries end there.
-    [[nodiscard]] bool wellFormed() const { return shapes_[current_].wellFormed; }
+    [[nodiscard]] bool wellFormed() const { return shapes_[current_].found.wellFormed; }
 
     /// Dictionaries of which this says the same have the same keys and values of the same kinds,
     /// but for digits in names: what is called or is named something without digits is so in all.
@@ -70,26 +75,21 @@ class FoundParts {
     /// that is remembered. Returns its length, or 0 if it has not.
     [[nodiscard]] std::size_t recall(std::string_view text);
 
-    /// Forgets what was found last and is not remembered, for what is found now.
-    void clear();
-    void add(const FoundReference& reference) { shapes_[current_].references.push_back(reference); }
-    void add(const FoundEntry& entry) { shapes_[current_].entries.push_back(entry); }
-    void endLastEntry(std::size_t begin, std::size_t end) {
-        shapes_[current_].entries.back().valueBegin = begin;
-        shapes_[current_].entries.back().valueEnd = end;
-    }
-    void breakOff() { shapes_[current_].wellFormed = false; }
+    /// Forgets what was found last and is not remembered. Returns where what is found now is to be
+    /// noted, until the next call of any of these.
+    [[nodiscard]] Found& renew();
 
-    /// Remembers `dictionary`, a whole one, in which all that was added since the last `clear` was
-    /// found.
+    /// Forgets what was found last and is not remembered: nothing is found.
+    void clear() { (void)renew(); }
+
+    /// Remembers `dictionary`, a whole one, in which all was found that was noted since the last
+    /// `renew`.
     void remember(std::string_view dictionary);
 
  private:
     struct Shape {
         std::string text;  ///< Empty where it is not to be recalled.
-        std::vector<FoundReference> references;
-        std::vector<FoundEntry> entries;
-        bool wellFormed = true;
+        Found found;
         std::uint64_t serial = 0;
 
         [[nodiscard]] bool isThatOf(std::string_view other) const;

@@ -49,7 +49,6 @@ SourceObject PageRewriter::read(const PageTree::Page& page) {
     if (page.direct == PageTree::kNone) return copier_.reader().read(page.object, &parts_);
     SourceObject object;
     object.value = Value(tree_.directPages()[page.direct]);
-    parts_.clear();
     (void)scanValue(object.value.text(), 0, &parts_);  // its extent is known already
     return object;
 }

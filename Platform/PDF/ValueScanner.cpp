@@ -53,131 +53,160 @@ inline bool isUsualRest(std::string_view text, std::size_t at) {
            (end == text.size() || !isRegular(text[end]));
 }
 
-/// Notes the entries of the dictionary that is scanned, from the places of its keys and values.
-class EntryNotes {
- public:
-    explicit EntryNotes(FoundParts* parts) : parts_(parts) {}
-
-    /// A name, or any other value, stands there.
-    void add(std::size_t begin, std::size_t end, bool isName) {
-        if (!parts_->wellFormed()) return;
-        if (hasKey_) {
-            parts_->endLastEntry(begin, end);
-            hasKey_ = false;
-        } else if (isName) {
-            parts_->add(FoundEntry{begin, end, end, end});
-            hasKey_ = true;
-        } else {
-            parts_->breakOff();
-        }
-    }
-
- private:
-    FoundParts* parts_;  // not owned
-    bool hasKey_ = false;
-};
-
 /// Whether the word ends an object: inside brackets it tells that one of them was never closed.
 bool endsObject(std::string_view word) {
     return word == "endobj" || word == "stream" || word == "obj";
 }
 
-/// A scan of a value that begins with a bracket, from token to token. In the dictionary whose
-/// entries are noted that is every token; elsewhere it is what opens or closes something, comments
-/// and words, and what else there is in between is passed over, a block of text at a time. What is
-/// noted is decided when it is compiled: most scans note nothing.
+/// A block of a text, and where tokens begin in it.
+struct TokenBlock {
+    TokenBlock() = default;
+    /// From `at` on. `isMidway`: inside a token that is passed over.
+    TokenBlock(std::string_view text, std::size_t at, bool isMidway)
+        : begin(at), bytes(CharacterBlock::of(text, at)) {
+        const std::uint64_t goesOn = ~bytes.separators | bytes.solidi;
+        const std::uint64_t first = ~bytes.separators & ~(goesOn << 1U | (isMidway ? 1U : 0U));
+        tokens = bytes.delimiters | first;
+        marks = (bytes.delimiters & ~bytes.solidi) | (first & bytes.words);
+        endsMidway = goesOn >> (CharacterBlock::kSize - 1) != 0;
+    }
+
+    std::size_t begin = 0;
+    CharacterBlock bytes;
+    std::uint64_t tokens = 0;  ///< All; names and numbers are among them.
+    std::uint64_t marks = 0;   ///< Brackets, strings, comments and words.
+    bool endsMidway = false;
+};
+
+/// A scan of a value that begins with a bracket. In the dictionary whose entries are noted it goes
+/// from token to token; in what is inside of it, from mark to mark: numbers and names in between
+/// are passed over, a block of text at a time. What is noted is decided when it is compiled: most
+/// scans note nothing.
 template <bool kNotes>
 class BracketScan {
  public:
-    /// `parts` is looked at by scans that note something only.
-    BracketScan(std::string_view text, std::size_t begin, FoundParts* parts)
-        : text_(text), begin_(begin), parts_(parts), entries_(parts) {}
+    /// `found` is looked at by scans that note something only.
+    BracketScan(std::string_view text, std::size_t begin, Found* found)
+        : text_(text), begin_(begin), found_(found) {}
 
     Extent run() {
-        isDictionary_ = text_[begin_] == '<';
-        std::size_t at = begin_ + (isDictionary_ ? 2 : 1);
+        const bool isDictionary = text_[begin_] == '<';
+        std::size_t at = begin_ + (isDictionary ? 2 : 1);
+        block_ = TokenBlock(text_, at, false);
         behindMark_ = at;
-        const bool isValue = brackets_.push(isDictionary_) && scan(at);
+        const bool isValue =
+            brackets_.push(isDictionary) && (kNotes && isDictionary ? entries(at) : rest(at, 0));
         const std::size_t read = std::min(at, text_.size());
         return {begin_, isValue ? at : std::string_view::npos, std::max(read, looked_)};
     }
 
  private:
-    /// A block of the text from `begin` on. `isMidway`: inside a token that is passed over.
-    struct Block {
-        Block(std::string_view text, std::size_t at, bool isMidway)
-            : begin(at), bytes(CharacterBlock::of(text, at)) {
-            const std::uint64_t goesOn = ~bytes.separators | bytes.solidi;
-            const std::uint64_t first = ~bytes.separators & ~(goesOn << 1U | (isMidway ? 1U : 0U));
-            tokens = bytes.delimiters | first;
-            marks = (bytes.delimiters & ~bytes.solidi) | (first & bytes.words);
-            endsMidway = goesOn >> (CharacterBlock::kSize - 1) != 0;
-        }
+    // Each of these moves `at` over what it is called after. False where the syntax is broken: `at`
+    // is where then, or npos where something does not end.
 
-        std::size_t begin;
-        CharacterBlock bytes;
-        std::uint64_t tokens = 0;  ///< Where one begins.
-        std::uint64_t marks = 0;   ///< Of them, those that nothing passes over.
-        bool endsMidway = false;
-    };
-
-    /// From behind the first bracket to behind its counterpart. False where the syntax is broken:
-    /// `at` is where then, or npos where something does not end.
-    bool scan(std::size_t& at) {
-        bool isMidway = false;
-        while (at < text_.size()) {
-            const Block block(text_, at, isMidway);
-            isMidway = false;
-            while (at - block.begin < CharacterBlock::kSize) {
-                const std::uint64_t rest =
-                    (isNoted() ? block.tokens : block.marks) >> (at - block.begin);
-                if (rest == 0) {
-                    at = block.begin + CharacterBlock::kSize;
-                    isMidway = block.endsMidway;
-                    break;
-                }
-                at += static_cast<std::size_t>(std::countr_zero(rest));
-                if (!step(block, at)) return false;
-                if (brackets_.empty()) return true;
+    /// What is left of a dictionary whose entries are noted.
+    bool entries(std::size_t& at) {
+        while (seekToken(at)) {
+            const std::size_t begin = at;
+            if (text_[begin] != '/') {
+                behindMark_ = begin;
+                if (text_[begin] != '>') found_->wellFormed = false;
+                return rest(at, 0);
             }
+            at = regularEnd(begin + 1);
+            FoundEntry entry{begin - begin_, at - begin_, at - begin_, at - begin_};
+            if (!seekToken(at)) break;
+            const std::size_t value = at;
+            if (text_[at] != '>') {
+                if (!entryValue(at)) return false;
+                entry.valueBegin = value - begin_;
+                entry.valueEnd = at - begin_;
+            }
+            found_->entries.push_back(entry);
         }
-        at = text_.size();
         return false;
     }
 
-    /// Passes over the token at `at`. False where the syntax is broken.
-    bool step(const Block& block, std::size_t& at) {
+    bool entryValue(std::size_t& at) {
         const std::size_t begin = at;
-        const char c = text_[begin];
-        if (c == '/') {
-            at = regularEnd(block, begin + 1);
-            note(begin, at, true);
+        if (text_[begin] == '/') {
+            at = regularEnd(begin + 1);
             return true;
         }
-        if (isDigit(c)) {  // of an entry: other numbers are passed over
-            number(block, at);
+        if (isDigit(text_[begin])) {
+            Reference reference;
+            if (readReference(text_, at, reference, looked_))
+                found_->references.push_back({begin - begin_, at - begin_, reference});
+            else
+                at = regularEnd(begin);
             return true;
         }
-        switch (c) {
-            case '(':
-                at = skipLiteralString(text_, begin);
-                return passed(begin, at);
+        behindMark_ = begin;
+        return mark(at) && (brackets_.depth() == 1 || rest(at, 1));
+    }
+
+    /// What is left of the innermost bracket, and of those around it until `depth` are open.
+    bool rest(std::size_t& at, std::size_t depth) {
+        while (seek(at, [](const TokenBlock& block) { return block.marks; })) {
+            if (!mark(at)) return false;
+            if (brackets_.depth() == depth) return true;
+        }
+        return false;
+    }
+
+    /// Moves to the next token that is no comment.
+    bool seekToken(std::size_t& at) {
+        while (seek(at, [](const TokenBlock& block) { return block.tokens; })) {
+            if (text_[at] != '%') return true;
+            at = skipWhite(text_, at);
+        }
+        return false;
+    }
+
+    /// Moves to the next of those that `among` takes from a block. False where there is none.
+    template <typename Among>
+    bool seek(std::size_t& at, Among among) {
+        for (;;) {
+            bool isMidway = false;
+            if (at - block_.begin < CharacterBlock::kSize) {
+                const std::uint64_t left = among(block_) >> (at - block_.begin);
+                if (left != 0) {
+                    at += static_cast<std::size_t>(std::countr_zero(left));
+                    return true;
+                }
+                at = block_.begin + CharacterBlock::kSize;
+                isMidway = block_.endsMidway;
+            }
+            if (at >= text_.size()) {
+                at = text_.size();
+                return false;
+            }
+            block_ = TokenBlock(text_, at, isMidway);
+        }
+    }
+
+    bool mark(std::size_t& at) {
+        const std::size_t begin = at;
+        switch (text_[begin]) {
             case '[':
-                ++at;
-                return open(begin, at, false);
+                at = begin + 1;
+                return brackets_.push(false) && passed(at);
             case ']':
-                ++at;
-                return close(at, false);
+                at = begin + 1;
+                return brackets_.pop(false) && passed(at);
             case '<':
                 if (begin + 1 < text_.size() && text_[begin + 1] == '<') {
-                    at += 2;
-                    return open(begin, at, true);
+                    at = begin + 2;
+                    return brackets_.push(true) && passed(at);
                 }
                 at = skipHexString(text_, begin);
-                return passed(begin, at);
+                return passed(at);
             case '>':
                 at = begin + 1 < text_.size() ? begin + 2 : std::string_view::npos;
-                return at != std::string_view::npos && text_[begin + 1] == '>' && close(at, true);
+                return passed(at) && text_[begin + 1] == '>' && brackets_.pop(true);
+            case '(':
+                at = skipLiteralString(text_, begin);
+                return passed(at);
             case '%':
                 at = skipWhite(text_, begin);
                 return true;
@@ -186,76 +215,40 @@ class BracketScan {
             case '}':
                 return false;
             default:
-                at = regularEnd(block, begin);
+                at = regularEnd(begin);
                 return word(begin, at);
         }
     }
 
-    /// The end of the run of regular bytes that begins at `at`, in the block or right behind it.
-    [[nodiscard]] std::size_t regularEnd(const Block& block, std::size_t at) const {
-        const std::size_t place = at - block.begin;
-        const std::uint64_t ends =
-            place < CharacterBlock::kSize ? block.bytes.separators >> place : 0;
-        if (ends != 0) return at + static_cast<std::size_t>(std::countr_zero(ends));
-        return skipRegular(text_, block.begin + CharacterBlock::kSize);
-    }
-
-    /// Behind a string.
-    bool passed(std::size_t begin, std::size_t end) {
-        if (end == std::string_view::npos) return false;
-        behindMark_ = end;
-        note(begin, end, false);
-        return true;
-    }
-
-    bool open(std::size_t begin, std::size_t end, bool dictionary) {
-        behindMark_ = end;
-        if (kNotes && brackets_.depth() == 1) nested_ = begin;
-        return brackets_.push(dictionary);
-    }
-
-    bool close(std::size_t end, bool dictionary) {
-        behindMark_ = end;
-        if (!brackets_.pop(dictionary)) return false;
-        note(nested_, end, false);
-        return true;
-    }
-
-    [[nodiscard]] bool isNoted() const { return kNotes && isDictionary_ && brackets_.depth() == 1; }
-
-    /// What stands there is part of an entry, if it is in no other bracket than the outermost one.
-    void note(std::size_t begin, std::size_t end, bool isName) {
-        if (isNoted()) entries_.add(begin - begin_, end - begin_, isName);
-    }
-
-    /// An unsigned number as the value of an entry, or the reference that begins with it.
-    void number(const Block& block, std::size_t& at) {
-        const std::size_t begin = at;
-        Reference reference;
-        if (readReference(text_, at, reference, looked_))
-            parts_->add(FoundReference{begin - begin_, at - begin_, reference});
-        else
-            at = regularEnd(block, begin);
-        note(begin, at, false);
+    bool passed(std::size_t at) {
+        behindMark_ = at;
+        return at != std::string_view::npos;
     }
 
     /// A signed number, true, false, null, the R of a reference, or something that is no value.
     bool word(std::size_t begin, std::size_t end) {
         const std::string_view word = text_.substr(begin, end - begin);
         if (kNotes && word == "R") noteReference(begin);
-        behindMark_ = end;
-        note(begin, end, false);
-        return !endsObject(word);
+        return passed(end) && !endsObject(word);
     }
 
-    /// Notes the reference that ends with the R at `end`, outside the entries.
+    /// The end of the run of regular bytes that begins at `at`, in the block or right behind it.
+    [[nodiscard]] std::size_t regularEnd(std::size_t at) const {
+        const std::size_t place = at - block_.begin;
+        const std::uint64_t ends =
+            place < CharacterBlock::kSize ? block_.bytes.separators >> place : 0;
+        if (ends != 0) return at + static_cast<std::size_t>(std::countr_zero(ends));
+        return skipRegular(text_, block_.begin + CharacterBlock::kSize);
+    }
+
+    /// Notes the reference that ends with the R at `end`, which was passed over.
     void noteReference(std::size_t end) {
         const std::size_t begin = referenceBegin(end);
         std::size_t at = begin;
         std::size_t looked = 0;
         Reference reference;
         if (readReference(text_, at, reference, looked) && at == end + 1)
-            parts_->add(FoundReference{begin - begin_, at - begin_, reference});
+            found_->references.push_back({begin - begin_, at - begin_, reference});
     }
 
     /// Where the last number but one before the R at `end` begins, among what was passed over.
@@ -281,18 +274,16 @@ class BracketScan {
 
     std::string_view text_;
     std::size_t begin_;
+    Found* found_;  // not owned
+    TokenBlock block_;
     std::size_t looked_ = 0;
-    std::size_t behindMark_ = 0;  // behind the last token that was not passed over, nor a comment
-    std::size_t nested_ = 0;      // where what is in the outermost bracket begins
-    bool isDictionary_ = false;
-    FoundParts* parts_;  // not owned
-    EntryNotes entries_;
+    std::size_t behindMark_ = 0;  // behind the last mark that is no comment
     BracketStack brackets_;
 };
 
 /// The extent of what begins at `begin` and is in no bracket. Notes what it refers to, unless
-/// `parts` is null.
-Extent scanSingle(std::string_view text, std::size_t begin, FoundParts* parts) {
+/// `found` is null.
+Extent scanSingle(std::string_view text, std::size_t begin, Found* found) {
     const auto to = [&](std::size_t end) { return Extent{begin, end, std::min(end, text.size())}; };
     const char c = text[begin];
     if (c == '/') return to(skipRegular(text, begin + 1));
@@ -305,7 +296,8 @@ Extent scanSingle(std::string_view text, std::size_t begin, FoundParts* parts) {
         std::size_t looked = begin;
         const bool isReference = readReference(text, at, reference, looked);
         if (!isReference) at = skipRegular(text, begin);
-        if (isReference && parts != nullptr) parts->add(FoundReference{0, at - begin, reference});
+        if (isReference && found != nullptr)
+            found->references.push_back({0, at - begin, reference});
         return {begin, at, std::max(at, looked)};
     }
     const std::size_t end = skipRegular(text, begin);
@@ -347,15 +339,16 @@ bool readReference(std::string_view text, std::size_t& at, Reference& reference,
 
 Extent scanValue(std::string_view text, std::size_t at, FoundParts* parts) {
     const std::size_t begin = skipWhite(text, at);
+    Found* found = nullptr;
     if (parts != nullptr) {
         if (const std::size_t length = parts->recall(text.substr(begin)); length != 0)
             return {begin, begin + length, begin + length};
-        parts->clear();
+        found = &parts->renew();
     }
     if (begin == text.size()) return {begin, begin, begin};
-    if (!isBracket(text.substr(begin))) return scanSingle(text, begin, parts);
-    if (parts == nullptr) return BracketScan<false>(text, begin, nullptr).run();
-    const Extent extent = BracketScan<true>(text, begin, parts).run();
+    if (!isBracket(text.substr(begin))) return scanSingle(text, begin, found);
+    if (found == nullptr) return BracketScan<false>(text, begin, nullptr).run();
+    const Extent extent = BracketScan<true>(text, begin, found).run();
     if (extent.isValue() && text[begin] == '<') parts->remember(extent.in(text));
     return extent;
 }
