@@ -36,8 +36,8 @@ void AttributeRewriter::rewriteElement(Value value, MappedText& text, ByteBuffer
 void AttributeRewriter::rewriteAttributes(Value attributes, MappedText& text, ByteBuffer& out) {
     const bool isTable = copier_.reader().resolveIfSound(attributes.find("O")).isName("Table");
     EntryRewriter entries(attributes, text, out);
-    while (const auto* const entry = entries.next())
-        if (isTable && entry->key.isName("Headers"))
+    while (const auto* const entry = isTable ? entries.next() : nullptr)
+        if (entry->key.isName("Headers"))
             copier_.copyAs(Role::structureAttributes, entry->value, text, out);
     entries.finish();
 }

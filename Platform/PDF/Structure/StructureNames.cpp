@@ -31,6 +31,7 @@ const std::string* StructureTypes::mapped(const std::string& type) const {
 /// names are found from the last one back, since a name is defined by the next one's name. A map
 /// that loops ends where it does.
 const std::string& StructureTypes::nameFor(const std::string& type) {
+    if (const auto known = names_.find(type); known != names_.end()) return known->second;
     std::vector<std::string> way{type};
     std::set<std::string> met{type};
     while (!names_.contains(way.back())) {
