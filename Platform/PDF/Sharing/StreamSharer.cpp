@@ -31,6 +31,18 @@ bool isTied(const DictionaryEntry& entry) {
            (entry.key.isName("Subtype") && entry.value.isName("Form"));
 }
 
+/// A guess from the beginning of a stream, without a look at its syntax: most streams are the
+/// content of pages and forms, and say nothing of what a stream says that can be shared.
+bool looksShareable(std::string_view beginning) {
+    const std::string_view dictionary = beginning.substr(0, beginning.find("stream"));
+    const auto has = [&](std::string_view sign) {
+        return dictionary.find(sign) != std::string_view::npos;
+    };
+    if (has("endobj")) return false;  // the length is that of the next object
+    if (has("/Form")) return false;
+    return has("ype") || has("Length1") || has("/N") || has("#");
+}
+
 bool isShareable(Value dictionary, const FoundParts& parts) {
     bool shareable = false;
     DictionaryReader entries(dictionary, parts);
@@ -86,9 +98,10 @@ bool StreamSharer::mayBeShared(std::uint64_t offset) {
         std::size_t end = skipWhite(text, at);
         Reference reference;
         std::size_t looked = 0;
-        if (readReference(text, end, reference, looked)) return true;
+        if (readReference(text, end, reference, looked)) return looksShareable(text);
         std::uint64_t length = 0;
-        return readUnsigned(text, end, length) && shared_.hasLength(length);
+        return readUnsigned(text, end, length) && shared_.hasLength(length) &&
+               looksShareable(text);
     }
     return false;
 }
