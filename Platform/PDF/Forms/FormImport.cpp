@@ -51,13 +51,17 @@ void FormImport::readCategory(const std::string& category, Value resources,
     while (const auto entry = entries.next()) {
         std::string name = entry->key.name();
         attempt(copier_.reader(), [&] {
-            if (!names.insert(name).second || reader.isAbsent(entry->value)) return;
+            if (!names.insert(name).second) return;
+            auto digest = digests.of(entry->value);
+            const bool isAbsent =
+                digest ? ResourceDigests::isOfNothing(*digest) : reader.isAbsent(entry->value);
+            if (isAbsent) return;
             const std::string_view spelling = entry->key.text();
             const FormResources::Claim claim =
                 writer_.resources().claim({.category = category,
                                            .name = name,
                                            .spelling = std::string(spelling),
-                                           .digest = digests.of(entry->value)});
+                                           .digest = std::move(digest)});
             if (claim.spelling != spelling) changes_.resources[category][name] = claim.spelling;
             if (claim.isNew)
                 resources_.push_back({category, claim.spelling, std::string(entry->value.text())});

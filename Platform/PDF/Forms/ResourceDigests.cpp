@@ -7,6 +7,7 @@
 #include <array>
 #include <charconv>
 #include <limits>
+#include <span>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -192,14 +193,18 @@ class ResourceDigests::Walk {
 
     void fillDictionary(DictionaryReader entries, std::string_view without) {
         text() += '<';
-        std::map<std::string, Value> sorted;
-        while (const auto entry = entries.next())
-            if (!entry->key.isName(without)) sorted.emplace(entry->key.name(), entry->value);
-        for (const auto& [key, value] : sorted) {
+        const auto first = static_cast<std::ptrdiff_t>(pending_.size());
+        while (const auto entry = entries.next()) {
+            if (entry->key.isName(without)) continue;
             Item& item = pending_.emplace_back();
-            appendBytes('/', key, item.key);
-            item.value = value;
+            appendBytes('/', entry->key.name(), item.key);
+            item.value = entry->value;
         }
+        const std::span items(pending_.begin() + first, pending_.end());
+        std::ranges::stable_sort(items, {}, &Item::key);
+        // Of repeated keys the first counts.
+        const auto repeated = std::ranges::unique(items, {}, &Item::key);
+        pending_.resize(pending_.size() - repeated.size());
     }
 
     /// An array of names and numbers, in arrays or not, in one go: widths and encodings are such,
@@ -256,6 +261,10 @@ std::optional<std::string> ResourceDigests::of(Value resource) {
     const auto reference = resource.reference();
     if (!digest && reference) digests_.emplace(reference->number, std::nullopt);
     return digest;
+}
+
+bool ResourceDigests::isOfNothing(std::string_view digest) {
+    return digest == " " || digest == " null" || digest.starts_with('@');
 }
 
 const std::string& ResourceDigests::bodyDigest(const SourceObject& stream) {

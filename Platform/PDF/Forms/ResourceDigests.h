@@ -7,6 +7,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "Platform/PDF/FoundParts.h"
 #include "Platform/PDF/KeyedHash.h"
@@ -26,6 +27,10 @@ class ResourceDigests {
     /// A digest of what `resource` says; the same for two that are the same. Nothing where that is
     /// too much to be compared. Throws DamagedDocument where the source is damaged.
     [[nodiscard]] std::optional<std::string> of(Value resource);
+
+    /// Whether it is the digest of null, of an absent value or of a reference that comes back to
+    /// itself.
+    [[nodiscard]] static bool isOfNothing(std::string_view digest);
 
  private:
     class Walk;

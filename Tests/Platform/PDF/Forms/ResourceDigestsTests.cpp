@@ -100,6 +100,27 @@ TEST_F(ResourceDigestsTest, haveAnEndWhereObjectsAreNothingButReferences) {
     EXPECT_EQ(digestOf(round, {"7 0 R", "6 0 R"}), digest);
 }
 
+TEST_F(ResourceDigestsTest, sayWhatIsNothing) {
+    const std::string objects = object(6, "null") + object(7, "6 0 R") + object(8, "8 0 R") +
+                                object(9, "10 0 R") + object(10, "9 0 R") +
+                                object(11, "<< /Self 11 0 R >>");
+    for (const std::string resource : {"null", "6 0 R", "7 0 R", "8 0 R", "9 0 R", "99 0 R"}) {
+        EXPECT_TRUE(ResourceDigests::isOfNothing(digestOf(objects, {resource}).value()))
+            << resource;
+    }
+    for (const std::string resource : {"<<>>", "[]", "0", "/null", "()", "[null]", "11 0 R"}) {
+        EXPECT_FALSE(ResourceDigests::isOfNothing(digestOf(objects, {resource}).value()))
+            << resource;
+    }
+}
+
+TEST_F(ResourceDigestsTest, takeTheFirstOfRepeatedKeysInAnyOrder) {
+    const auto digest = digestOf("", {"<< /A 1 /B 2 >>"});
+    ASSERT_TRUE(digest);
+    EXPECT_EQ(digestOf("", {"<< /B 2 /A 1 /A 3 /B 4 >>"}), digest);
+    EXPECT_NE(digestOf("", {"<< /B 4 /A 1 /A 3 /B 2 >>"}), digest);
+}
+
 TEST_F(ResourceDigestsTest, areNotMadeWhereThatWouldBeTooMuch) {
     // Each resource refers to the next one many times, and all of them to the first.
     std::string objects;
