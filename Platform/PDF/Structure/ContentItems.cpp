@@ -5,34 +5,10 @@
 
 #include <algorithm>
 #include <string_view>
-#include <utility>
 
 #include "Platform/PDF/ReferenceText.h"
 
 namespace quirebind {
-
-KidKind kindOfKid(Value kid) {
-    if (kid.integer()) return KidKind::identifier;
-    if (!kid.isDictionary()) return KidKind::none;
-    return kindOfKid(DictionaryReader(kid));
-}
-
-KidKind kindOfKid(DictionaryReader entries) {
-    bool hasType = false;
-    bool hasStructureType = false;
-    bool hasIdentifier = false;
-    while (const auto entry = entries.next()) {
-        if (entry->key.isName("Type") && !std::exchange(hasType, true)) {
-            if (entry->value.isName("StructElem")) return KidKind::element;
-            if (entry->value.isName("MCR")) return KidKind::markedContent;
-            if (entry->value.isName("OBJR")) return KidKind::object;
-        }
-        hasStructureType = hasStructureType || (entry->key.isName("S") && !entry->value.isNull());
-        hasIdentifier = hasIdentifier || (entry->key.isName("MCID") && !entry->value.isNull());
-    }
-    if (hasStructureType) return KidKind::element;
-    return hasIdentifier ? KidKind::markedContent : KidKind::none;
-}
 
 /// Actions have an /S, too, and annotations a /P.
 bool isStructureElement(Value value) {
@@ -64,28 +40,27 @@ std::optional<std::uint32_t> ContentItems::copyOf(Value object) const {
     return reference ? map_.find(reference->number) : std::nullopt;
 }
 
-bool ContentItems::isCopied(Value item, KidKind kind, Page page) const {
-    page = pageOf(item.find("Pg"), page);
-    if (page == Page::left || kind == KidKind::none) return false;
-    if (kind == KidKind::object) return copyOf(item.find("Obj")).has_value();
+bool ContentItems::isCopied(const ElementKid& item, Page page) const {
+    page = pageOf(item.page, page);
+    if (page == Page::left || item.kind == KidKind::none) return false;
+    if (item.kind == KidKind::object) return copyOf(item.object).has_value();
     if (page == Page::unknown && !allPages_) return false;
-    if (kind == KidKind::identifier) return true;
-    const Value stream = item.find("Stm");
-    return (stream.isNull() || copyOf(stream)) &&
-           reader_.resolveIfSound(item.find("MCID")).integer().has_value();
+    if (item.kind == KidKind::identifier) return true;
+    return (item.stream.isNull() || copyOf(item.stream)) &&
+           reader_.resolveIfSound(item.identifier).integer().has_value();
 }
 
-void ContentItems::append(Value item, KidKind kind, ByteBuffer& out) const {
-    if (kind == KidKind::identifier) {
-        out.append(item.text());
+void ContentItems::append(const ElementKid& item, ByteBuffer& out) const {
+    if (item.kind == KidKind::identifier) {
+        out.append(item.identifier.text());
         return;
     }
-    out.append(kind == KidKind::object ? "<</Type/OBJR" : "<</Type/MCR");
-    appendReferenceEntry("/Pg", copyOfPage(item.find("Pg")), out);
-    appendCopy("/Obj", item.find("Obj"), out);
-    appendCopy("/Stm", item.find("Stm"), out);
-    appendCopy("/StmOwn ", item.find("StmOwn"), out);
-    if (const Value id = reader_.resolveIfSound(item.find("MCID")); id.integer()) {
+    out.append(item.kind == KidKind::object ? "<</Type/OBJR" : "<</Type/MCR");
+    appendReferenceEntry("/Pg", copyOfPage(item.page), out);
+    appendCopy("/Obj", item.object, out);
+    appendCopy("/Stm", item.stream, out);
+    appendCopy("/StmOwn ", item.streamOwner, out);
+    if (const Value id = reader_.resolveIfSound(item.identifier); id.integer()) {
         out.append("/MCID ");
         out.append(id.text());
     }

@@ -11,23 +11,10 @@
 #include "Platform/PDF/Links/PageCopies.h"
 #include "Platform/PDF/ObjectReader.h"
 #include "Platform/PDF/ReferenceMap.h"
+#include "Platform/PDF/Structure/ElementKid.h"
 #include "Platform/PDF/Value.h"
 
 namespace quirebind {
-
-/// What may stand under /K of a structure element (ISO 32000-2, 14.7.2 and 14.7.5).
-enum class KidKind : std::uint8_t {
-    element,        ///< << /S /P /P ... >>
-    identifier,     ///< An integer: marked content of the element's page.
-    markedContent,  ///< << /Type /MCR /Pg page /MCID integer /Stm form >>
-    object,         ///< << /Type /OBJR /Pg page /Obj annotation-or-form >>
-    none,
-};
-
-/// What `kid`, which is no reference, is, also where it lacks its /Type.
-[[nodiscard]] KidKind kindOfKid(Value kid);
-/// The same of a dictionary with these entries.
-[[nodiscard]] KidKind kindOfKid(DictionaryReader entries);
 
 /// Whether what `value` says makes it a structure element wherever it is met.
 [[nodiscard]] bool isStructureElement(Value value);
@@ -54,12 +41,12 @@ class ContentItems {
     /// The same as what is known; `otherwise` where there is no such entry.
     [[nodiscard]] Page pageOf(Value page, Page otherwise) const;
 
-    /// Whether `item`, of that kind and no element, is on a copied page. `page` is the element's.
+    /// Whether `item`, which is no element, is on a copied page. `page` is the element's.
     /// Content outside the page itself, an annotation or a form, is on a page that needed it.
-    [[nodiscard]] bool isCopied(Value item, KidKind kind, Page page) const;
+    [[nodiscard]] bool isCopied(const ElementKid& item, Page page) const;
 
     /// Appends the item, which is copied.
-    void append(Value item, KidKind kind, ByteBuffer& out) const;
+    void append(const ElementKid& item, ByteBuffer& out) const;
 
  private:
     [[nodiscard]] std::optional<std::uint32_t> copyOf(Value object) const;

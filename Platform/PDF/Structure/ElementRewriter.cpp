@@ -66,16 +66,17 @@ void ElementRewriter::rewrite(Value value, MappedText& text, ByteBuffer& out) {
     element.place.object = current.source;
     element.text = value.text();
     element.verdict = verdictOf(element.place);
-    const KidKind kind = value.isDictionary() ? kindOfKid(text.entriesOf(value)) : kindOfKid(value);
-    if (kind == KidKind::element) {
+    const ElementKid kid =
+        value.isDictionary() ? ElementKid::read(text.entriesOf(value)) : ElementKid::read(value);
+    if (kid.kind == KidKind::element) {
         write(value, element, text, out);
     } else if (value.isArray()) {
         element.number = element.parent;
         out.append("[");
         appendKids(value, element, out);
         out.append("]");
-    } else if (context_.items.isCopied(value, kind, element.verdict.page)) {
-        context_.items.append(value, kind, out);
+    } else if (context_.items.isCopied(kid, element.verdict.page)) {
+        context_.items.append(kid, out);
     } else {
         out.append("null");
     }
@@ -233,10 +234,8 @@ void ElementRewriter::appendKid(Value kid, const Element& element, ByteBuffer& o
             appendReference(*copy, out);
         return;
     }
-    const KidKind kind = kindOfKid(kid);
-    if (kind != KidKind::element) {
-        if (!context_.items.isCopied(kid, kind, element.verdict.page)) return;
-        context_.items.append(kid, kind, out);
+    if (const ElementKid item = ElementKid::read(kid); item.kind != KidKind::element) {
+        if (context_.items.isCopied(item, element.verdict.page)) context_.items.append(item, out);
         return;
     }
     const ElementPlace place = element.place.of(kid, element.text);

@@ -53,7 +53,7 @@ void ElementSelection::readNode(std::size_t index, Value value) {
     Verdict& verdict = nodes_[index].verdict;
     if (value.isArray()) {
         readKids(index, value, value.text());
-    } else if (kindOfKid(value) == KidKind::element) {
+    } else if (ElementKid::read(value).kind == KidKind::element) {
         verdict.page = items_.pageOf(value.find("Pg"), verdict.page);
         DictionaryReader entries(value);
         while (const auto entry = entries.next())
@@ -77,21 +77,21 @@ void ElementSelection::readKids(std::size_t index, Value kids, std::string_view 
 void ElementSelection::readKid(std::size_t index, Value kid, std::string_view text) {
     Node& node = nodes_[index];
     Node next{.parent = index, .place = {}, .verdict = {.page = node.verdict.page}};
-    const KidKind kind = kindOfKid(kid);
+    const ElementKid item = ElementKid::read(kid);
     if (const auto reference = kid.reference()) {
         if (std::exchange(met_.at(reference->number), 1) != 0) return;
         next.place.object = reference->number;
         nodes_.push_back(next);
-    } else if (kind == KidKind::element) {
+    } else if (item.kind == KidKind::element) {
         if (node.depth == limits::kNestedElements) return;
         next.depth = node.depth + 1;
         next.place = node.place.of(kid, text);
         direct_.emplace(nodes_.size(), kid.text());
         nodes_.push_back(next);
-    } else if (items_.isCopied(kid, kind, node.verdict.page)) {
+    } else if (items_.isCopied(item, node.verdict.page)) {
         node.hasKept = true;
     } else {
-        node.hasLeft = node.hasLeft || kind != KidKind::none;
+        node.hasLeft = node.hasLeft || item.kind != KidKind::none;
     }
 }
 
