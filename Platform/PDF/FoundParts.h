@@ -58,13 +58,12 @@ class FoundParts {
     explicit FoundParts(Memory memory = Memory::none)
         : remembered_(memory == Memory::shapes ? kShapes : 0) {}
 
+    [[nodiscard]] const Found& found() const { return shapes_[current_].found; }
     [[nodiscard]] const std::vector<FoundReference>& references() const {
-        return shapes_[current_].found.references;
+        return found().references;
     }
-    [[nodiscard]] const std::vector<FoundEntry>& entries() const {
-        return shapes_[current_].found.entries;
-    }
-    [[nodiscard]] bool wellFormed() const { return shapes_[current_].found.wellFormed; }
+    [[nodiscard]] const std::vector<FoundEntry>& entries() const { return found().entries; }
+    [[nodiscard]] bool wellFormed() const { return found().wellFormed; }
 
     /// Dictionaries of which this says the same have the same keys and values of the same kinds,
     /// but for digits in names: what is called or is named something without digits is so in all.

@@ -77,7 +77,7 @@ class DictionaryReader {
     /// Of a dictionary that was scanned: `parts` are what was found, and must live as long as this.
     /// Nothing is read again.
     DictionaryReader(Value dictionary, const FoundParts& parts)
-        : text_(dictionary.text()), found_(&parts) {}
+        : text_(dictionary.text()), found_(&parts.found()) {}
 
     [[nodiscard]] std::optional<DictionaryEntry> next() {
         return found_ != nullptr ? nextFound() : nextRead();
@@ -87,18 +87,18 @@ class DictionaryReader {
  private:
     [[nodiscard]] std::optional<DictionaryEntry> nextRead();
     [[nodiscard]] std::optional<DictionaryEntry> nextFound() {
-        if (at_ == found_->entries().size()) {
-            wellFormed_ = found_->wellFormed();
+        if (at_ == found_->entries.size()) {
+            wellFormed_ = found_->wellFormed;
             return std::nullopt;
         }
-        const FoundEntry& entry = found_->entries()[at_++];
+        const FoundEntry& entry = found_->entries[at_++];
         return DictionaryEntry{
             Value(text_.substr(entry.keyBegin, entry.keyEnd - entry.keyBegin)),
             Value(text_.substr(entry.valueBegin, entry.valueEnd - entry.valueBegin))};
     }
 
     std::string_view text_;
-    const FoundParts* found_ = nullptr;  // not owned
+    const Found* found_ = nullptr;  // not owned
     std::size_t at_ = 0;                 // in the text, or in what was found
     bool wellFormed_ = true;
 };
