@@ -156,6 +156,11 @@ URL URL::resolvingSymlinksInPath(SymlinkResolver& resolver) const {
 URL URL::standardizedFileURL() const {
     if (!isFile_ || text_.empty()) return *this;
     const bool isAbsolute = text_.front() == '/';
+    // Most paths are in order, and nothing has to be taken apart to see that.
+    const bool mayChange = !isAbsolute || text_.ends_with('/') ||
+                           text_.find("//") != std::string::npos ||
+                           text_.find("/.") != std::string::npos;
+    if (!mayChange) return *this;
     std::vector<std::string_view> kept;
     for (std::string_view rest = text_; !rest.empty();) {
         const std::size_t end = std::min(rest.find('/'), rest.size());
