@@ -9,6 +9,7 @@
 #include <limits>
 #include <span>
 #include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -86,6 +87,7 @@ class ResourceDigests::Walk {
         std::string key;
         Value value;
         bool closes = false;
+        std::size_t place = 0;  ///< Among those of its dictionary.
     };
     /// What is open: a dictionary, an array, or an object that is more than a simple value.
     struct Level {
@@ -199,9 +201,11 @@ class ResourceDigests::Walk {
             Item& item = pending_.emplace_back();
             appendBytes('/', entry->key.name(), item.key);
             item.value = entry->value;
+            item.place = pending_.size();
         }
         const std::span items(pending_.begin() + first, pending_.end());
-        std::ranges::stable_sort(items, {}, &Item::key);
+        std::ranges::sort(items, {},
+                          [](const Item& item) { return std::tie(item.key, item.place); });
         // Of repeated keys the first counts.
         const auto repeated = std::ranges::unique(items, {}, &Item::key);
         pending_.resize(pending_.size() - repeated.size());
