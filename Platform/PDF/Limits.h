@@ -10,8 +10,8 @@ namespace quirebind::limits {
 
 // What a file may ask of us. Each number is far beyond what real documents need and small enough
 // that a hostile one cannot exhaust the machine. Memory is taken as bytes are read, not because a
-// number in the file asks for it; the one exception is the flat object table, which a single high
-// object number extends within the limit given here.
+// number in the file asks for it; the one exception is the list of an object table's pages, which a
+// single high object number extends, by 4 bytes for 64 numbers, within the limit given here.
 
 /// How deep arrays and dictionaries may nest in one object. Real files stay below 100.
 inline constexpr std::size_t kNesting = 1024;
@@ -92,8 +92,8 @@ inline constexpr std::uint64_t kScripts = std::uint64_t{64} << 20U;
 /// The largest object number (ISO 32000-2, annex C speaks of 8,388,607; files exceed it).
 inline constexpr std::uint64_t kObjectNumber = 0x7fffffff;
 
-/// Object numbers below this, or below an eighth of the file's size, live in a flat table whatever
-/// they are; higher ones in a sparse table.
+/// Object numbers below this, or below an eighth of the file's size, live in the pages of a
+/// table, whatever they are; higher ones in a tree.
 inline constexpr std::size_t kFlatObjectNumbers = std::size_t{1} << 20U;
 
 /// How many of those higher ones a document may use.
