@@ -91,8 +91,8 @@ std::string Value::name() const {
 
 Value Value::find(std::string_view key) const {
     // Most keys that are asked for are absent, and hardly any is spelt with escapes.
-    const bool mayBeThere = text_.find(key) != std::string_view::npos ||
-                            text_.find('#') != std::string_view::npos;
+    const bool mayBeThere =
+        text_.find(key) != std::string_view::npos || text_.find('#') != std::string_view::npos;
     if (!mayBeThere) return {};
     return findEntry(DictionaryReader(*this), key);
 }

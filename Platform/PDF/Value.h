@@ -99,7 +99,7 @@ class DictionaryReader {
 
     std::string_view text_;
     const Found* found_ = nullptr;  // not owned
-    std::size_t at_ = 0;                 // in the text, or in what was found
+    std::size_t at_ = 0;            // in the text, or in what was found
     bool wellFormed_ = true;
 };
 

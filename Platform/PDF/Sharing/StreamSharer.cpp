@@ -100,8 +100,7 @@ bool StreamSharer::mayBeShared(std::uint64_t offset) {
         std::size_t looked = 0;
         if (readReference(text, end, reference, looked)) return looksShareable(text);
         std::uint64_t length = 0;
-        return readUnsigned(text, end, length) && shared_.hasLength(length) &&
-               looksShareable(text);
+        return readUnsigned(text, end, length) && shared_.hasLength(length) && looksShareable(text);
     }
     return false;
 }
