@@ -42,14 +42,12 @@ ElementKid ElementKid::read(DictionaryReader entries) {
         if (key.isName("StmOwn")) takeFirst(kid.streamOwner, value);
         if (key.isName("MCID")) takeFirst(kid.identifier, value);
     }
-    if (type.isName("MCR"))
-        kid.kind = KidKind::markedContent;
-    else if (type.isName("OBJR"))
+    if (type.isName("OBJR"))
         kid.kind = KidKind::object;
+    else if (type.isName("MCR") || (!hasStructureType && !kid.identifier.isNull()))
+        kid.kind = KidKind::markedContent;
     else if (hasStructureType)
         kid.kind = KidKind::element;
-    else if (!kid.identifier.isNull())
-        kid.kind = KidKind::markedContent;
     return kid;
 }
 
