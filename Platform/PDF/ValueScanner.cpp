@@ -185,6 +185,7 @@ class BracketScan {
         }
     }
 
+    /// A bracket, a string, a comment or a word.
     bool mark(std::size_t& at) {
         const std::size_t begin = at;
         switch (text_[begin]) {
@@ -220,6 +221,7 @@ class BracketScan {
         }
     }
 
+    /// Goes on behind a mark that ends at `at`. False where it does not end.
     bool passed(std::size_t at) {
         behindMark_ = at;
         return at != std::string_view::npos;
@@ -277,7 +279,7 @@ class BracketScan {
     Found* found_;  // not owned
     TokenBlock block_;
     std::size_t looked_ = 0;
-    std::size_t behindMark_ = 0;  // behind the last mark that is no comment
+    std::size_t behindMark_ = 0;  // since there nothing but names, numbers and comments was met
     BracketStack brackets_;
 };
 

@@ -40,6 +40,7 @@ bool looksShareable(std::string_view beginning) {
     };
     if (has("endobj")) return false;  // the length is that of the next object
     if (has("/Form")) return false;
+    // Its type or subtype, that of a font program or a colour profile, or a name in any spelling.
     return has("ype") || has("Length1") || has("/N") || has("#");
 }
 

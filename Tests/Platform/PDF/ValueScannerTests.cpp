@@ -93,6 +93,23 @@ TEST(Nesting, isLimited) {
     EXPECT_EQ(scanned(nested(limits::kNesting + 1)), "broken");
 }
 
+TEST(Nesting, knowsTheKindOfEachBracketHoweverDeep) {
+    constexpr int kDeep = 200;
+    std::string opening;
+    std::string closing;
+    for (int i = 0; i < kDeep; ++i) {
+        const bool isArray = i % 3 == 0;
+        opening += isArray ? "[" : "<</A";
+        closing.insert(0, isArray ? "]" : ">>");
+    }
+    EXPECT_EQ(scanned(opening + closing + "]"), opening + closing);
+    for (std::size_t at = 0; at < closing.size(); ++at) {
+        std::string wrong = closing;
+        wrong[at] = wrong[at] == ']' ? '>' : ']';
+        EXPECT_EQ(scanned(opening + wrong), "broken") << at;
+    }
+}
+
 /// The references that are found in the text, with the text that stands there.
 std::vector<std::string> referencesIn(std::string_view text) {
     FoundParts parts;
