@@ -10,6 +10,8 @@
 #include <new>
 #include <utility>
 
+#include <unistd.h>
+
 #include "Platform/Files/SystemMemory.h"
 
 namespace quirebind {
@@ -55,6 +57,32 @@ void ByteBuffer::append(std::uint64_t number) {
     size_ += static_cast<std::size_t>(result.ptr - begin);
 }
 
+void ByteBuffer::insert(std::size_t offset, std::size_t count, char filler) {
+    const std::size_t moved = size_ - offset;
+    (void)extend(count);
+    char* const place = memory_.data() + offset;
+    std::memmove(place + count, place, moved);
+    std::memset(place, filler, count);
+}
+
+std::span<char> ByteBuffer::borrow(FileSystem& files, int file, std::uint64_t offset,
+                                   std::span<char> place) {
+    const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): only to know where it is
+    const auto address = reinterpret_cast<std::uintptr_t>(place.data());
+    const std::size_t before = (page - address % page) % page;
+    if ((address - offset) % page != 0 || place.size() < before + page) return {};
+    const auto pages = place.subspan(before, (place.size() - before) / page * page);
+    return memory_.borrow(files, file, offset + before, pages) ? pages : std::span<char>{};
+}
+
+std::string_view ByteBuffer::view(std::size_t offset, std::size_t count, std::string& room) const {
+    const std::string_view part = text().substr(offset, count);
+    if (!memory_.hasBorrowed()) return part;
+    room.resize(part.size());
+    return memory_.read(offset, room) ? std::string_view(room) : std::string_view{};
+}
+
 void ByteBuffer::replace(std::size_t offset, std::string_view text) {
     std::memcpy(memory_.data() + offset, text.data(), text.size());
 }
@@ -71,6 +99,7 @@ void ByteBuffer::spend(std::size_t count) {
 
 void ByteBuffer::shrink(std::size_t size) {
     size_ = std::min(size_, size);
+    memory_.makeOwn(size_);
 }
 
 }  // namespace quirebind

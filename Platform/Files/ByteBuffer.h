@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstring>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "Platform/Files/GrowingMemory.h"
@@ -28,7 +29,8 @@ class ByteBuffer {
 
     /// How many bytes there are.
     [[nodiscard]] std::size_t size() const { return size_; }
-    /// The bytes as text; valid until anything is added, taken back, or moved elsewhere.
+    /// The bytes as text, not to be looked at where they are borrowed; valid until anything is
+    /// added, taken back, or moved elsewhere.
     [[nodiscard]] std::string_view text() const { return {memory_.data(), size_}; }
     /// The same as bytes, for as long.
     [[nodiscard]] std::span<const std::byte> bytes() const {
@@ -49,10 +51,25 @@ class ByteBuffer {
     /// Appends the number in decimal digits.
     void append(std::uint64_t number);
 
+    /// Makes room for `count` characters `filler` before the bytes from `offset` on, which must not
+    /// be borrowed.
+    void insert(std::size_t offset, std::size_t count, char filler);
+
+    /// Borrows whole pages of `place`, which was added last and is to have the bytes of an open
+    /// file from `offset` on, from that file (GrowingMemory tells what that means). Gives those
+    /// pages; none where the system has no such thing, or pages do not begin at the same bytes.
+    [[nodiscard]] std::span<char> borrow(FileSystem& files, int file, std::uint64_t offset,
+                                         std::span<char> place);
+
+    /// A part of the bytes, where they are or, if any are borrowed, in `room`. Nothing where they
+    /// are lost. Valid like `text`, and as long as `room` is left alone.
+    [[nodiscard]] std::string_view view(std::size_t offset, std::size_t count,
+                                        std::string& room) const;
+
     /// Replaces bytes that were written before; they must be there.
     void replace(std::size_t offset, std::string_view text);
 
-    /// Takes back everything behind the first `size` bytes.
+    /// Takes back everything behind the first `size` bytes, which do not end in borrowed ones.
     void shrink(std::size_t size);
 
     /// Lets the system have memory of the first `count` bytes, which nobody will look at any more:

@@ -6,8 +6,13 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <new>
 
 #include <sys/mman.h>
+#include <sys/uio.h>
+#include <unistd.h>
+
+#include "Platform/Files/FileSystem.h"
 
 namespace quirebind {
 namespace {
@@ -16,6 +21,12 @@ namespace {
 constexpr std::size_t kSmall = std::size_t{512} << 10U;
 /// The least that is mapped. What is never touched costs nothing but its addresses.
 [[maybe_unused]] constexpr std::size_t kFirstMapping = 4 * kLargePage;
+/// The addresses that are set aside for one large memory: 1 TB where addresses have 64 bits.
+[[maybe_unused]] constexpr std::size_t kRoom = std::numeric_limits<std::size_t>::max() >> 24U;
+/// How many pieces are borrowed at most: each takes two of the mappings that a process may have,
+/// some 65,000.
+[[maybe_unused]] constexpr std::size_t kMostBorrowed = 8192;
+constexpr int kOwn = PROT_READ | PROT_WRITE;
 
 #if defined(MREMAP_FIXED)
 constexpr bool kMovesPages = true;
@@ -62,37 +73,103 @@ GrowingMemory::Pages GrowingMemory::reserve(std::size_t size) {
     return {aligned, detail::UnmapPages{size}};
 }
 
+/// Whether addresses for all that it may become are set aside: then it is never moved.
+bool GrowingMemory::hasRoom() const {
+    return mapping_ != nullptr && mapping_.get_deleter().size >= kRoom;
+}
+
 bool GrowingMemory::growMapping([[maybe_unused]] std::size_t size) {
 #if defined(MREMAP_FIXED)
     const std::size_t wanted = std::max(size, kFirstMapping);
     const std::size_t whole = (wanted + kLargePage - 1) / kLargePage * kLargePage;
-    Pages place = reserve(whole);
-    if (mapping_ != nullptr) {
-        // Where there are not enough addresses for both, wherever the system finds some.
-        const int where = place == nullptr ? MREMAP_MAYMOVE : MREMAP_MAYMOVE | MREMAP_FIXED;
-        // NOLINTBEGIN(cppcoreguidelines-pro-type-vararg): as it is declared
-        void* const moved =
-            ::mremap(mapping_.get(), mapping_.get_deleter().size, whole, where, place.get());
-        // NOLINTEND(cppcoreguidelines-pro-type-vararg)
-        // The place is the mapping now, or unmapped, and perhaps another thread's already.
-        (void)place.release();
-        if (moved == MAP_FAILED) return false;
-        (void)mapping_.release();
-        place = {static_cast<char*>(moved), detail::UnmapPages{whole}};
-    } else {
+    if (mapping_ != nullptr && !hasRoom()) return moveMapping(whole);
+    if (mapping_ == nullptr) {
+        Pages place = reserve(std::max(whole, kRoom));
+        if (place == nullptr) place = reserve(whole);
         if (place == nullptr) return false;
-        if (::mprotect(place.get(), whole, PROT_READ | PROT_WRITE) != 0) return false;
-        (void)::madvise(place.get(), whole, MADV_HUGEPAGE);
+        if (::mprotect(place.get(), whole, kOwn) != 0) return false;
+        (void)::madvise(place.get(), place.get_deleter().size, MADV_HUGEPAGE);
         if (size_ != 0) std::memcpy(place.get(), data_, size_);
         small_.reset();
+        mapping_ = std::move(place);
+        data_ = mapping_.get();
+    } else {
+        if (whole > mapping_.get_deleter().size) return false;
+        if (::mprotect(data_ + size_, whole - size_, kOwn) != 0) return false;
     }
-    mapping_ = std::move(place);
-    data_ = mapping_.get();
     size_ = whole;
     return true;
 #else
     return false;
 #endif
+}
+
+/// Makes the mapping `size` bytes, at another place if need be.
+bool GrowingMemory::moveMapping([[maybe_unused]] std::size_t size) {
+#if defined(MREMAP_FIXED)
+    Pages place = reserve(size);
+    // Where there are not enough addresses for both, wherever the system finds some.
+    const int where = place == nullptr ? MREMAP_MAYMOVE : MREMAP_MAYMOVE | MREMAP_FIXED;
+    // NOLINTBEGIN(cppcoreguidelines-pro-type-vararg): as it is declared
+    void* const moved =
+        ::mremap(mapping_.get(), mapping_.get_deleter().size, size, where, place.get());
+    // NOLINTEND(cppcoreguidelines-pro-type-vararg)
+    // The place is the mapping now, or unmapped, and perhaps another thread's already.
+    (void)place.release();
+    if (moved == MAP_FAILED) return false;
+    (void)mapping_.release();
+    mapping_ = {static_cast<char*>(moved), detail::UnmapPages{size}};
+    data_ = mapping_.get();
+    size_ = size;
+    return true;
+#else
+    return false;
+#endif
+}
+
+bool GrowingMemory::borrow([[maybe_unused]] FileSystem& files, [[maybe_unused]] int file,
+                           [[maybe_unused]] std::uint64_t offset,
+                           [[maybe_unused]] std::span<char> pages) {
+#if defined(MADV_POPULATE_READ)
+    if (!hasRoom() || borrowed_ == kMostBorrowed) return false;
+    // Reading all of it now tells what cannot be read from what is shortened later.
+    if (files.map(file, offset, pages) == 0 &&
+        ::madvise(pages.data(), pages.size(), MADV_POPULATE_READ) == 0) {
+        ++borrowed_;
+        borrowedEnd_ = static_cast<std::size_t>(pages.data() - data_) + pages.size();
+        return true;
+    }
+    makeOwn(pages);
+#endif
+    return false;
+}
+
+void GrowingMemory::makeOwn(std::size_t begin) {
+    if (begin >= borrowedEnd_) return;
+    const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+    const std::size_t first = (begin + page - 1) / page * page;
+    if (first < borrowedEnd_) makeOwn(std::span(data_ + first, borrowedEnd_ - first));
+    borrowedEnd_ = begin;
+}
+
+void GrowingMemory::makeOwn(std::span<char> pages) {
+    constexpr int kAnew = MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED;
+    if (::mmap(pages.data(), pages.size(), kOwn, kAnew, -1, 0) == MAP_FAILED)
+        throw std::bad_alloc();
+}
+
+bool GrowingMemory::read(std::size_t offset, std::span<char> into) const {
+#if defined(MADV_POPULATE_READ)
+    if (borrowed_ != 0) {
+        // What would be a signal here is an error of a system call.
+        const iovec to{.iov_base = into.data(), .iov_len = into.size()};
+        const iovec from{.iov_base = data_ + offset, .iov_len = into.size()};
+        const ssize_t count = ::process_vm_readv(::getpid(), &to, 1, &from, 1, 0);
+        return std::cmp_equal(count, into.size());
+    }
+#endif
+    std::memcpy(into.data(), data_ + offset, into.size());
+    return true;
 }
 
 }  // namespace quirebind

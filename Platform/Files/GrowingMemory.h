@@ -4,11 +4,15 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <span>
 #include <utility>
 
 namespace quirebind {
+
+class FileSystem;
 
 /// The size in bytes of a large page, where the system has them. It is only used to choose places:
 /// where large pages are of another size, nothing goes wrong.
@@ -32,10 +36,18 @@ struct UnmapPages {
 /// A block of memory that grows without its bytes being copied again and again. Move-only.
 ///
 /// A small one is the allocator's, and is copied once when it becomes large. A large one is a
-/// mapping of its own, whose pages are moved instead; it lies on the boundaries of large pages, and
-/// asks the system to use these: memory that is filled from front to back is given 4 KB at a time
-/// otherwise, which takes as long as filling it. Where the system cannot move pages the allocator
-/// has to do what it can.
+/// mapping of its own, which lies on the boundaries of large pages, and asks the system to use
+/// these: memory that is filled from front to back is given 4 KB at a time otherwise, which takes
+/// as long as filling it. Addresses for all that it may ever become are set aside at once; where
+/// there are not so many, its pages are moved when it grows. Where the system cannot do that the
+/// allocator has to do what it can.
+///
+/// Pages of a large one can be borrowed from a file, which takes neither memory nor time to copy:
+///
+///     | own | borrowed | own | borrowed |  own, more to come  |  addresses only  ...
+///
+/// They say what the file says, even when somebody writes to it meanwhile; looking at them once the
+/// file has been shortened raises a signal. `read` does not, nor does write(2), which fails.
 class GrowingMemory {
  public:
     GrowingMemory() = default;
@@ -46,13 +58,17 @@ class GrowingMemory {
         : small_(std::move(other.small_)),
           mapping_(std::move(other.mapping_)),
           data_(std::exchange(other.data_, nullptr)),
-          size_(std::exchange(other.size_, 0)) {}
+          size_(std::exchange(other.size_, 0)),
+          borrowed_(std::exchange(other.borrowed_, 0)),
+          borrowedEnd_(std::exchange(other.borrowedEnd_, 0)) {}
     /// Likewise; what was here before is given back.
     GrowingMemory& operator=(GrowingMemory&& other) noexcept {
         small_ = std::move(other.small_);
         mapping_ = std::move(other.mapping_);
         data_ = std::exchange(other.data_, nullptr);
         size_ = std::exchange(other.size_, 0);
+        borrowed_ = std::exchange(other.borrowed_, 0);
+        borrowedEnd_ = std::exchange(other.borrowedEnd_, 0);
         return *this;
     }
     ~GrowingMemory() = default;
@@ -66,6 +82,23 @@ class GrowingMemory {
     /// False, and all is as it was, where there is no room for so much.
     [[nodiscard]] bool grow(std::size_t size);
 
+    /// Lets `pages`, which are whole pages of this memory, be those of an open file from `offset`
+    /// (bytes from its start), where a page of it begins. They are in memory then, and must not be
+    /// written to. False where that cannot be: they may have any value. Throws std::bad_alloc where
+    /// there is no memory in their place any more.
+    [[nodiscard]] bool borrow(FileSystem& files, int file, std::uint64_t offset,
+                              std::span<char> pages);
+
+    /// Makes what lies at or after `begin` own memory again, of any value; `begin` is not inside
+    /// borrowed pages. Throws std::bad_alloc like `borrow`.
+    void makeOwn(std::size_t begin);
+
+    /// Whether any pages are borrowed, or were.
+    [[nodiscard]] bool hasBorrowed() const { return borrowed_ != 0; }
+
+    /// Copies bytes from `offset` on. False where some were borrowed and are lost.
+    [[nodiscard]] bool read(std::size_t offset, std::span<char> into) const;
+
  private:
     using Block = std::unique_ptr<char[], detail::FreeBlock>;
     using Pages = std::unique_ptr<char[], detail::UnmapPages>;
@@ -73,11 +106,16 @@ class GrowingMemory {
     [[nodiscard]] static Pages reserve(std::size_t size);
     [[nodiscard]] bool growSmall(std::size_t size);
     [[nodiscard]] bool growMapping(std::size_t size);
+    [[nodiscard]] bool moveMapping(std::size_t size);
+    [[nodiscard]] bool hasRoom() const;
+    static void makeOwn(std::span<char> pages);
 
     Block small_;
     Pages mapping_;
     char* data_ = nullptr;  // of one of these
     std::size_t size_ = 0;
+    std::size_t borrowed_ = 0;     // pieces
+    std::size_t borrowedEnd_ = 0;  // offset behind the last of them
 };
 
 }  // namespace quirebind

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -68,6 +69,14 @@ class NativeFileSystem final : public FileSystem {
     ssize_t read(int file, std::span<std::byte> into, std::uint64_t offset) override {
         if (!std::in_range<off_t>(offset)) return -EOVERFLOW;
         return orError(::pread(file, into.data(), into.size(), static_cast<off_t>(offset)));
+    }
+
+    int map(int file, std::uint64_t offset, std::span<char> pages) override {
+        if (!std::in_range<off_t>(offset)) return -EOVERFLOW;
+        constexpr int kFlags = MAP_PRIVATE | MAP_FIXED;
+        const void* const mapped =
+            ::mmap(pages.data(), pages.size(), PROT_READ, kFlags, file, static_cast<off_t>(offset));
+        return mapped == MAP_FAILED ? -errno : 0;
     }
 
     std::int64_t nextData(int file, std::uint64_t offset) override {

@@ -31,6 +31,7 @@ enum class FileCall : std::uint8_t {
     openUnnamed,
     close,
     read,
+    map,
     nextData,
     write,
     status,
@@ -46,13 +47,13 @@ enum class FileCall : std::uint8_t {
     creationMask,
 };
 
-inline constexpr std::size_t kFileCallKinds = 17;
+inline constexpr std::size_t kFileCallKinds = 18;
 
 inline std::string_view nameOf(FileCall call) {
     static constexpr std::array<std::string_view, kFileCallKinds> kNames{
-        "open",        "openUnnamed", "close",    "read",          "nextData",    "write",
-        "status",      "linkStatus",  "readLink", "setMode",       "sync",        "syncFolder",
-        "linkUnnamed", "rename",      "unlink",   "fileSizeLimit", "creationMask"};
+        "open",       "openUnnamed", "close",      "read",     "map",           "nextData",
+        "write",      "status",      "linkStatus", "readLink", "setMode",       "sync",
+        "syncFolder", "linkUnnamed", "rename",     "unlink",   "fileSizeLimit", "creationMask"};
     return kNames.at(static_cast<std::size_t>(call));
 }
 
@@ -169,6 +170,10 @@ class FaultyFileSystem : public FileSystem {
 
     ssize_t read(int file, std::span<std::byte> into, std::uint64_t offset) override {
         return attempt(FileCall::read, [&] { return under_.read(file, limited(into), offset); });
+    }
+
+    int map(int file, std::uint64_t offset, std::span<char> pages) override {
+        return attempt(FileCall::map, [&] { return under_.map(file, offset, pages); });
     }
 
     std::int64_t nextData(int file, std::uint64_t offset) override {

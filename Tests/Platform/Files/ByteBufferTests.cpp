@@ -82,6 +82,30 @@ TEST(ByteBuffer, growsWhereThereAreNotEnoughAddressesForTwo) {
     EXPECT_EQ(result, 0);
 }
 
+TEST(ByteBuffer, growsWhereFewAddressesCanBeSetAside) {
+    if (!test::kMemoryLimitsWork)
+        GTEST_SKIP() << "sanitizers map more memory than any limit that would matter";
+    const std::string text = someText(10 * kLargePage);
+    const int result = inChildProcess([&] {
+        test::limitMemory(40 * kLargePage);
+        ByteBuffer buffer;
+        for (std::size_t at = 0; at < text.size(); at += kLargePage)
+            buffer.append(std::string_view(text).substr(at, kLargePage));
+        return buffer.text() == text ? 0 : 1;
+    });
+    EXPECT_EQ(result, 0);
+}
+
+TEST(ByteBuffer, makesRoomBeforeItsEnd) {
+    ByteBuffer buffer;
+    buffer.append("beginning end");
+    buffer.insert(10, 5, '-');
+    EXPECT_EQ(buffer.text(), "beginning -----end");
+    buffer.insert(0, 0, '-');
+    buffer.insert(buffer.size(), 1, '.');
+    EXPECT_EQ(buffer.text(), "beginning -----end.");
+}
+
 TEST(ByteBuffer, growsAfterSomeIsSpent) {
     const std::string text = someText(3 * kLargePage);
     ByteBuffer buffer;
