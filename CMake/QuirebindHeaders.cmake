@@ -9,4 +9,5 @@ set(QUIREBIND_HEADERS
     Platform/PDF/PageSize.h
     Platform/Files/URL.h
     Platform/Files/ByteBuffer.h
+    Platform/Files/FileStamp.h
     Platform/Files/GrowingMemory.h)

@@ -4,9 +4,12 @@
 #include "QuirebindCore/PDFMerger.h"
 
 #include <new>
+#include <system_error>
+#include <utility>
 
 #include "Platform/Files/AtomicWrite.h"
 #include "Platform/Files/SymlinkResolver.h"
+#include "QuirebindCore/Lenders.h"
 #include "QuirebindCore/MergeOn.h"
 
 namespace quirebind::PDFMerger {
@@ -37,20 +40,26 @@ void refuseChanged(const PDFDocument& document, const URL& url) {
     if (!document.isUnchangedOnDisk()) throw Failure::invalid(url.lastPathComponent());
 }
 
-void appendSource(PDFDocument& output, FileSystem& files, const URL& url) {
+struct Output {
+    PDFDocument document = PDFDocument::borrowing();
+    Lenders lenders;
+};
+
+void appendSource(Output& output, FileSystem& files, const URL& url) {
     const PDFDocument source = opened(files, url);
     const std::size_t pageCount = source.pageCount();
     for (std::size_t index = 0; index < pageCount; ++index) {
         const auto page = source.pageAtIndex(index);
-        if (!page || !output.insertPage(*page, output.pageCount()))
+        if (!page || !output.document.insertPage(*page, output.document.pageCount()))
             throw Failure::invalid(url.lastPathComponent());
     }
     refuseChanged(source, url);
+    output.lenders.add(source, url);
 }
 
 /// All sources in one document. Running out of memory is the failure of the source being copied.
-PDFDocument joined(FileSystem& files, std::span<const URL> sources) {
-    PDFDocument output;
+Output joined(FileSystem& files, std::span<const URL> sources) {
+    Output output;
     for (const URL& url : sources) {
         try {
             appendSource(output, files, url);
@@ -59,6 +68,22 @@ PDFDocument joined(FileSystem& files, std::span<const URL> sources) {
         }
     }
     return output;
+}
+
+/// What is borrowed is looked at for the last time when it is written; the destination is not
+/// touched before all of it is known to be what it was.
+void write(ByteBuffer data, FileSystem& files, const URL& destination, const Lenders& lenders) {
+    const std::size_t all = data.size();
+    const auto written = [&](std::size_t count) {
+        if (count == all) lenders.refuseChanged(files);
+        data.spend(count);
+    };
+    try {
+        writeAtomically(data.bytes(), destination, files, written);
+    } catch (const std::system_error&) {
+        lenders.refuseChanged(files);  // a file that was shortened cannot be written from
+        throw;
+    }
 }
 
 }  // namespace
@@ -72,12 +97,11 @@ PDFDocument openOn(FileSystem& files, const URL& url) {
 void mergeOn(FileSystem& files, std::span<const URL> sources, const URL& destination) {
     try {
         refuseToOverwrite(files, sources, destination);
-        PDFDocument output = joined(files, sources);
-        if (output.pageCount() < 1) throw Failure::empty();
-        auto data = std::move(output).dataRepresentation();
+        Output output = joined(files, sources);
+        if (output.document.pageCount() < 1) throw Failure::empty();
+        auto data = std::move(output.document).dataRepresentation();
         if (!data) throw Failure::empty();
-        writeAtomically(data->bytes(), destination, files,
-                        [&](std::size_t written) { data->spend(written); });
+        write(std::move(*data), files, destination, output.lenders);
     } catch (const std::bad_alloc&) {
         throw Failure::empty();
     }

@@ -8,6 +8,7 @@
 #include <memory>
 #include <new>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include <xxhash.h>
@@ -18,28 +19,71 @@ namespace quirebind {
 namespace {
 
 /// A hash of where all objects are and of the file so far: of all of a small one, and of a large
-/// one the beginning of each block, since to look at every byte would take as long as to copy it.
-XXH128_hash_t hashOf(std::string_view file, const std::vector<OutputLocation>& locations) {
-    constexpr std::size_t kSmall = std::size_t{1} << 20U;
-    constexpr std::size_t kBlock = std::size_t{4} << 10U;
-    const std::size_t sample = file.size() <= kSmall ? kBlock : kBlock / 16;
-    const std::unique_ptr<XXH3_state_t, decltype(&XXH3_freeState)> state(XXH3_createState(),
-                                                                         &XXH3_freeState);
-    if (!state) throw std::bad_alloc();
-    XXH3_128bits_reset(state.get());
-    XXH3_128bits_update(state.get(), locations.data(), locations.size() * sizeof(OutputLocation));
-    for (std::size_t at = 0; at < file.size(); at += kBlock) {
-        const std::string_view part = file.substr(at, sample);
-        XXH3_128bits_update(state.get(), part.data(), part.size());
+/// one samples, since to look at every byte would take as long as to copy it.
+class FileHash {
+ public:
+    explicit FileHash(std::size_t fileSize)
+        : state_(XXH3_createState(), &XXH3_freeState), isSmall_(fileSize <= kSmall) {
+        if (!state_) throw std::bad_alloc();
+        XXH3_128bits_reset(state_.get());
     }
-    return XXH3_128bits_digest(state.get());
+
+    void add(std::span<const OutputLocation> locations) {
+        XXH3_128bits_update(state_.get(), locations.data(), locations.size_bytes());
+    }
+
+    void add(std::string_view text) {
+        const std::size_t sample = isSmall_ ? kBlock : kBlock / 16;
+        for (std::size_t at = 0; at < text.size(); at += kBlock) add(text, at, sample);
+    }
+
+    /// Adds less of a long body: it is compressed, mostly, and thus differs everywhere from where
+    /// it differs at all.
+    void add(const ByteBuffer& file, const LongBody& body) {
+        constexpr std::size_t kLongBlock = 64 * kBlock;
+        for (std::size_t at = 0; at < body.size; at += kLongBlock) {
+            const std::size_t sample = std::min(kBlock / 16, body.size - at);
+            add(file.view(body.begin + at, sample, room_), 0, sample);
+        }
+    }
+
+    [[nodiscard]] XXH128_hash_t value() const { return XXH3_128bits_digest(state_.get()); }
+
+ private:
+    static constexpr std::size_t kSmall = std::size_t{1} << 20U;
+    static constexpr std::size_t kBlock = std::size_t{4} << 10U;
+
+    void add(std::string_view text, std::size_t at, std::size_t count) {
+        const std::string_view part = text.substr(at, count);
+        XXH3_128bits_update(state_.get(), part.data(), part.size());
+    }
+
+    std::unique_ptr<XXH3_state_t, decltype(&XXH3_freeState)> state_;
+    bool isSmall_;
+    std::string room_;  // for samples
+};
+
+XXH128_hash_t hashOf(const ByteBuffer& file, std::span<const OutputLocation> locations,
+                     std::span<const LongBody> longBodies) {
+    const std::string_view text = file.text();
+    FileHash hash(text.size());
+    hash.add(locations);
+    std::size_t at = 0;
+    for (const LongBody& body : longBodies) {
+        hash.add(text.substr(at, body.begin - at));
+        hash.add(file, body);
+        at = body.begin + body.size;
+    }
+    hash.add(text.substr(at));
+    return hash.value();
 }
 
 /// Appends " /ID [...]" (ISO 32000-2, 14.4), derived from what was written so far, so that the same
 /// inputs give the same file and different ones different identifiers.
-void appendIdentifier(ByteBuffer& out, const std::vector<OutputLocation>& locations) {
+void appendIdentifier(ByteBuffer& out, std::span<const OutputLocation> locations,
+                      std::span<const LongBody> longBodies) {
     constexpr std::string_view kDigits = "0123456789abcdef";
-    const XXH128_hash_t hash = hashOf(out.text(), locations);
+    const XXH128_hash_t hash = hashOf(out, locations, longBodies);
     XXH128_canonical_t canonical;
     XXH128_canonicalFromHash(&canonical, hash);
     std::array<char, 2 * sizeof(canonical.digest)> digits{};
@@ -55,13 +99,13 @@ void appendIdentifier(ByteBuffer& out, const std::vector<OutputLocation>& locati
     out.append(">]");
 }
 
-void appendTrailerEntries(ByteBuffer& out, const std::vector<OutputLocation>& locations,
-                          std::uint32_t root) {
+void appendTrailerEntries(ByteBuffer& out, std::span<const OutputLocation> locations,
+                          std::uint32_t root, std::span<const LongBody> longBodies) {
     out.append("/Size ");
     out.append(std::uint64_t{locations.size()});
     out.append("/Root ");
     appendReference(root, out);
-    appendIdentifier(out, locations);
+    appendIdentifier(out, locations, longBodies);
 }
 
 void appendEnd(ByteBuffer& out, std::uint64_t offset) {
@@ -146,7 +190,7 @@ ByteBuffer predictedRows(const std::vector<OutputLocation>& locations, std::size
 }  // namespace
 
 void writeCrossReferenceTable(ByteBuffer& out, const std::vector<OutputLocation>& locations,
-                              std::uint32_t root) {
+                              std::uint32_t root, std::span<const LongBody> longBodies) {
     const std::uint64_t start = out.size();
     out.append("xref\n0 ");
     out.append(std::uint64_t{locations.size()});
@@ -163,13 +207,14 @@ void writeCrossReferenceTable(ByteBuffer& out, const std::vector<OutputLocation>
         if (isFree) entry[17] = 'f';
     }
     out.append("trailer\n<<");
-    appendTrailerEntries(out, locations, root);
+    appendTrailerEntries(out, locations, root, longBodies);
     out.append(">>\n");
     appendEnd(out, start);
 }
 
 void writeCrossReferenceStream(ByteBuffer& out, std::vector<OutputLocation>& locations,
-                               std::uint32_t number, std::uint32_t root, FrugalEncoder& encoder) {
+                               std::uint32_t number, std::uint32_t root, FrugalEncoder& encoder,
+                               std::span<const LongBody> longBodies) {
     const std::uint64_t start = out.size();
     locations[number] = OutputLocation::inFile(start);
     // No position exceeds this one but the numbers of objects.
@@ -184,7 +229,7 @@ void writeCrossReferenceStream(ByteBuffer& out, std::vector<OutputLocation>& loc
     out.append(std::uint64_t{1 + positionWidth + 2});
     out.append(">>/Length ");
     out.append(std::uint64_t{body.size()});
-    appendTrailerEntries(out, locations, root);
+    appendTrailerEntries(out, locations, root, longBodies);
     out.append(">>stream\n");
     out.append(body.text());
     out.append("\nendstream\nendobj\n");

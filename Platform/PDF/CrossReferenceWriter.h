@@ -3,7 +3,9 @@
 
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "Platform/Files/ByteBuffer.h"
@@ -41,14 +43,21 @@ class OutputLocation {
     std::uint64_t bits_ = 0;  // 0 is no place for an object: the header is there
 };
 
+/// The body of a stream that stands in the output, long and perhaps borrowed.
+struct LongBody {
+    std::size_t begin = 0;  ///< Offset and size in bytes.
+    std::size_t size = 0;
+};
+
 /// Appends the classic cross-reference table of `locations` (by object number; none is packed), the
 /// trailer, startxref and the end of the file (ISO 32000-2, 7.5.4 and 7.5.5; drawn above
-/// CrossReferenceReader).
+/// CrossReferenceReader). `longBodies` are in their order.
 void writeCrossReferenceTable(ByteBuffer& out, const std::vector<OutputLocation>& locations,
-                              std::uint32_t root);
+                              std::uint32_t root, std::span<const LongBody> longBodies = {});
 
 /// Appends the same as a cross-reference stream, which is object `number` (7.5.8).
 void writeCrossReferenceStream(ByteBuffer& out, std::vector<OutputLocation>& locations,
-                               std::uint32_t number, std::uint32_t root, FrugalEncoder& encoder);
+                               std::uint32_t number, std::uint32_t root, FrugalEncoder& encoder,
+                               std::span<const LongBody> longBodies = {});
 
 }  // namespace quirebind

@@ -16,6 +16,10 @@ namespace {
 constexpr std::string_view kHeader = "%PDF-1.0\n%\xE2\xE3\xCF\xD3\n";
 constexpr std::size_t kVersionInHeader = 5;
 constexpr std::string_view kEndObject = "\nendobj\n";
+constexpr std::string_view kBeginBody = "\nstream\n";
+
+/// The size of a page of memory nearly everywhere. Where it is another one, less is borrowed.
+constexpr std::size_t kPage = 4096;
 
 }  // namespace
 
@@ -50,6 +54,7 @@ void DocumentWriter::writeNull(std::uint32_t number) {
     if (open_ != number) (void)beginObject(number, packs_);
     ByteBuffer& buffer = packing_ ? packer_.values() : out_;
     buffer.shrink(begun_);
+    if (!longBodies_.empty() && longBodies_.back().begin > out_.size()) longBodies_.pop_back();
     buffer.append("null");
     endObject();
 }
@@ -66,8 +71,18 @@ ByteBuffer& DocumentWriter::beginStream(std::uint32_t number) {
     return beginObject(number, false);
 }
 
+void DocumentWriter::alignLongBody(std::uint64_t position, std::size_t length) {
+    const std::size_t place = out_.size() + kBeginBody.size();
+    const auto shift = static_cast<std::size_t>((position - place) % kPage);
+    const std::uint64_t begin = locations_[open_].position();
+    out_.insert(static_cast<std::size_t>(begin), shift, ' ');
+    locations_[open_] = OutputLocation::inFile(begin + shift);
+    begun_ += shift;
+    longBodies_.push_back({.begin = place + shift, .size = length});
+}
+
 std::span<char> DocumentWriter::streamBody(std::size_t length) {
-    out_.append("\nstream\n");
+    out_.append(kBeginBody);
     return out_.extend(length);
 }
 
@@ -100,9 +115,9 @@ ByteBuffer DocumentWriter::finish(std::uint32_t root, Version version) {
     if (packs_ || isTableTooLong()) {
         version = std::max(version, Version{1, 5});
         const std::uint32_t number = reserve();
-        writeCrossReferenceStream(out_, locations_, number, root, encoder_);
+        writeCrossReferenceStream(out_, locations_, number, root, encoder_, longBodies_);
     } else {
-        writeCrossReferenceTable(out_, locations_, root);
+        writeCrossReferenceTable(out_, locations_, root, longBodies_);
     }
     out_.replace(kVersionInHeader,
                  std::to_string(version.major) + '.' + std::to_string(version.minor));

@@ -55,6 +55,17 @@ class DocumentWriter {
     /// Begins a stream object; its dictionary, with the right /Length, is to be appended to what is
     /// returned.
     [[nodiscard]] ByteBuffer& beginStream(std::uint32_t number);
+    /// From now on long bodies are to be borrowed from their sources.
+    void borrowLongBodies() { borrows_ = true; }
+    /// Whether a body of `length` bytes is.
+    [[nodiscard]] bool borrowsBody(std::uint64_t length) const {
+        return borrows_ && length >= kLongBody;
+    }
+
+    /// To be called before `streamBody` for a body that is to be borrowed, and that begins at
+    /// `position` in its file: moves the stream behind as many spaces as it takes for its pages to
+    /// be those of that file.
+    void alignLongBody(std::uint64_t position, std::size_t length);
     /// Where the body, of `length` bytes, is to be put before `endStream`.
     [[nodiscard]] std::span<char> streamBody(std::size_t length);
     void endStream();
@@ -62,8 +73,8 @@ class DocumentWriter {
     /// Whether any object was packed: then the file has object streams already.
     [[nodiscard]] bool packs() const { return packs_; }
 
-    /// All that was written so far but what is packed. Valid until more is written.
-    [[nodiscard]] std::string_view written() const { return out_.text(); }
+    /// All that was written so far but what is packed. Its text is valid until more is written.
+    [[nodiscard]] const ByteBuffer& written() const { return out_; }
 
     /// Completes the file, with a cross-reference stream if objects are packed or if a table could
     /// not list them or would make the file more than a hundredth larger than its sources. Its
@@ -72,11 +83,16 @@ class DocumentWriter {
     [[nodiscard]] ByteBuffer finish(std::uint32_t root, Version version);
 
  private:
+    /// The length in bytes from which a body is worth spaces before its stream: less than one in a
+    /// hundred.
+    static constexpr std::size_t kLongBody = std::size_t{512} << 10U;
+
     void flushPacker();
     [[nodiscard]] bool isTableTooLong() const;
 
     ByteBuffer out_;
     std::vector<OutputLocation> locations_;  // by object number; 0 is never an object
+    std::vector<LongBody> longBodies_;       // in their order
     ObjectPacker packer_;
     FrugalEncoder encoder_;
     std::uint64_t sourceBytes_ = 0;
@@ -85,6 +101,7 @@ class DocumentWriter {
     std::size_t begun_ = 0;           // where its value begins
     bool packing_ = false;            // it is a packed one
     bool packs_ = false;
+    bool borrows_ = false;
 };
 
 }  // namespace quirebind

@@ -124,17 +124,34 @@ void ObjectCopier::copyStream(const SourceObject& object) {
         return;
     }
     ByteBuffer& out = writer_.beginStream(current_.output);
-    SharedStreams::Stream written{.number = current_.output, .dictionary = out.size()};
+    const std::size_t begin = out.size();
     appendDictionary(object.value, length, out);
-    written.dictionarySize = out.size() - written.dictionary;
+    const std::size_t dictionarySize = out.size() - begin;
     writer_.allowPacked(static_cast<double>(object.value.text().size()) -
-                        static_cast<double>(written.dictionarySize));
-    const std::span<char> body = writer_.streamBody(static_cast<std::size_t>(length));
-    reader_.image().copy(object.bodyOffset, body);
-    written.body = out.size() - body.size();
-    written.bodySize = body.size();
+                        static_cast<double>(dictionarySize));
+    const std::size_t dictionaryEnd =
+        appendBody(object.bodyOffset, static_cast<std::size_t>(length), out);
+    const SharedStreams::Stream written{.number = current_.output,
+                                        .dictionary = dictionaryEnd - dictionarySize,
+                                        .dictionarySize = dictionarySize,
+                                        .body = out.size() - static_cast<std::size_t>(length),
+                                        .bodySize = static_cast<std::size_t>(length)};
     writer_.endStream();
     if (current_.role == Role::plain) sharer_.add(object.value, parts_, written);
+}
+
+/// Gives where the dictionary ends then: a body that is borrowed moves its stream.
+std::size_t ObjectCopier::appendBody(std::uint64_t offset, std::size_t length, ByteBuffer& out) {
+    SourceImage& image = reader_.image();
+    if (!writer_.borrowsBody(length)) {
+        const std::size_t dictionaryEnd = out.size();
+        image.copy(offset, writer_.streamBody(length));
+        return dictionaryEnd;
+    }
+    writer_.alignLongBody(image.positionInFile(offset), length);
+    const std::size_t dictionaryEnd = out.size();
+    image.lend(offset, writer_.streamBody(length), out);
+    return dictionaryEnd;
 }
 
 void ObjectCopier::appendDictionary(Value dictionary, std::uint64_t length, ByteBuffer& out) {

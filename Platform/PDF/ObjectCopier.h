@@ -95,6 +95,7 @@ class ObjectCopier {
     void copyPlain(Value value, bool hasStructureKey, MappedText& text, ByteBuffer& out);
     void copyStream(const SourceObject& object);
     void appendDictionary(Value dictionary, std::uint64_t length, ByteBuffer& out);
+    [[nodiscard]] std::size_t appendBody(std::uint64_t offset, std::size_t length, ByteBuffer& out);
     void copyEncryptedStream(const SourceObject& object, std::uint64_t length,
                              std::uint32_t output);
     void appendFilters(const std::vector<StreamFilters::Filter>& filters, ByteBuffer& out);

@@ -21,6 +21,9 @@ class OutputDocument {
  public:
     OutputDocument() : pageTree_(parts_.writer) {}
 
+    /// See PDFDocument::borrowing.
+    void borrowLongBodies() { parts_.writer.borrowLongBodies(); }
+
     [[nodiscard]] std::size_t pageCount() const { return pageTree_.pageCount(); }
 
     /// Copies page `page` of `source` to `index` (at most pageCount). The first page from a source

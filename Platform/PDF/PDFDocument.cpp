@@ -25,6 +25,12 @@ PDFDocument::PDFDocument() : state_(std::make_unique<State>()) {
     state_->output = std::make_unique<OutputDocument>();
 }
 
+PDFDocument PDFDocument::borrowing() {
+    PDFDocument document;
+    document.state_->output->borrowLongBodies();
+    return document;
+}
+
 PDFDocument::PDFDocument(std::unique_ptr<State> state) : state_(std::move(state)) {}
 PDFDocument::PDFDocument(PDFDocument&& other) noexcept = default;
 PDFDocument& PDFDocument::operator=(PDFDocument&& other) noexcept = default;
@@ -100,6 +106,10 @@ bool PDFDocument::insertPage(const PDFPage& page, std::size_t index) {
 
 bool PDFDocument::isUnchangedOnDisk() const {
     return !state_->source || state_->source->unchanged();
+}
+
+std::optional<FileStamp> PDFDocument::lentFile() const {
+    return state_->source ? state_->source->lentFile() : std::nullopt;
 }
 
 std::optional<ByteBuffer> PDFDocument::dataRepresentation() && {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "Platform/Files/ByteBuffer.h"
+#include "Platform/Files/FileStamp.h"
 #include "Platform/Files/URL.h"
 #include "Platform/PDF/PageLink.h"
 #include "Platform/PDF/PageSize.h"
@@ -42,6 +43,12 @@ class PDFDocument {
  public:
     /// An empty document, to insert pages into.
     PDFDocument();
+    /// One that does not copy long streams, such as scanned pages, but borrows them from the files
+    /// of the documents whose pages are inserted, where the system can do that. From then on until
+    /// its bytes have been written, nobody may write to these files (`lentFile` tells whether that
+    /// happened). Where one may have been shortened, the bytes must not be looked at but through
+    /// ByteBuffer::view or by write(2): that would raise a signal.
+    [[nodiscard]] static PDFDocument borrowing();
     /// Takes the document over. `other` may then only be destroyed or assigned to.
     PDFDocument(PDFDocument&& other) noexcept;
     /// Likewise; the document that was here before is closed.
@@ -94,6 +101,9 @@ class PDFDocument {
 
     /// Whether the file of an opened document is still what it was when it was opened.
     [[nodiscard]] bool isUnchangedOnDisk() const;
+
+    /// What the file of an opened document was, if a `borrowing` one has borrowed from it.
+    [[nodiscard]] std::optional<FileStamp> lentFile() const;
 
     /// The created document as the bytes of a PDF file, the same for the same insertions. The
     /// document is given up for it: there is one buffer, and it changes hands. Nothing for an

@@ -5,9 +5,11 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "Platform/Files/FileStamp.h"
 #include "Platform/PDF/Catalog.h"
 #include "Platform/PDF/ObjectReader.h"
 #include "Platform/PDF/PageTree.h"
@@ -63,6 +65,7 @@ class SourceDocument {
 
     /// Whether the file on disk is still what was opened.
     [[nodiscard]] bool unchanged() const { return reader_->image().unchanged(); }
+    [[nodiscard]] std::optional<FileStamp> lentFile() const { return reader_->image().lentFile(); }
 
     void addObserver(std::weak_ptr<SourceObserver> observer);
 

@@ -21,17 +21,6 @@ namespace {
 /// Files up to this size are read at once.
 constexpr std::uint64_t kSmallFile = std::uint64_t{256} << 10U;
 
-bool sameTime(const struct stat& a, const struct stat& b) {
-#if defined(__APPLE__)
-    const struct timespec& x = a.st_mtimespec;
-    const struct timespec& y = b.st_mtimespec;
-#else
-    const struct timespec& x = a.st_mtim;
-    const struct timespec& y = b.st_mtim;
-#endif
-    return x.tv_sec == y.tv_sec && x.tv_nsec == y.tv_nsec;
-}
-
 }  // namespace
 
 std::optional<SourceImage> SourceImage::open(const URL& url, FileSystem& files) {
@@ -54,6 +43,7 @@ SourceImage::SourceImage(FileSystem& files, FileDescriptor file, const struct st
     : files_(&files),
       file_(std::move(file)),
       opened_(status),
+      blocks_(status.st_blocks),
       fileSize_(static_cast<std::uint64_t>(std::max<off_t>(status.st_size, 0))) {
     if (fileSize_ > std::numeric_limits<std::size_t>::max() / 4) throw std::bad_alloc();
     const auto size = static_cast<std::size_t>(fileSize_);
@@ -71,9 +61,9 @@ SourceImage::SourceImage(FileSystem& files, FileDescriptor file, const struct st
 
 std::uint64_t SourceImage::storedBytes() const {
     // Some file systems count blocks late, and some not at all.
-    if (fileSize_ <= limits::kCertainlyStored || opened_.st_blocks <= 0) return fileSize_;
+    if (fileSize_ <= limits::kCertainlyStored || blocks_ <= 0) return fileSize_;
     constexpr std::uint64_t kUnit = 512;  // of st_blocks, whatever the file system's blocks are
-    return std::min(fileSize_, kUnit * static_cast<std::uint64_t>(opened_.st_blocks));
+    return std::min(fileSize_, kUnit * static_cast<std::uint64_t>(blocks_));
 }
 
 std::uint64_t SourceImage::nextStored(std::uint64_t offset) const {
@@ -166,6 +156,21 @@ void SourceImage::copy(std::uint64_t offset, std::span<char> into) {
         readFully(begin, into);
 }
 
+void SourceImage::lend(std::uint64_t offset, std::span<char> into, ByteBuffer& borrower) {
+    if (offset > size() || into.size() > size() - offset)
+        throw DamagedDocument("stream body beyond the end of the file");
+    const auto pages = borrower.borrow(*files_, file_.number(), origin_ + offset, into);
+    if (pages.empty()) {
+        copy(offset, into);
+        return;
+    }
+    hasLent_ = true;
+    const auto before = static_cast<std::size_t>(pages.data() - into.data());
+    const std::size_t behind = before + pages.size();
+    copy(offset, into.first(before));
+    copy(offset + behind, into.subspan(behind));
+}
+
 void SourceImage::readFully(std::uint64_t fileOffset, std::span<char> into) {
     while (!into.empty()) {
         const ssize_t got = uninterrupted(
@@ -220,7 +225,7 @@ void SourceImage::trimPieces() {
 bool SourceImage::unchanged() const {
     struct stat now{};
     const int result = uninterrupted([&] { return files_->status(file_.number(), now); });
-    return result >= 0 && now.st_size == opened_.st_size && sameTime(now, opened_);
+    return result >= 0 && FileStamp(now) == opened_;
 }
 
 }  // namespace quirebind

@@ -15,7 +15,9 @@
 
 #include <sys/stat.h>
 
+#include "Platform/Files/ByteBuffer.h"
 #include "Platform/Files/FileDescriptor.h"
+#include "Platform/Files/FileStamp.h"
 #include "Platform/Files/URL.h"
 #include "Platform/PDF/ByteSource.h"
 #include "Platform/PDF/Limits.h"
@@ -25,7 +27,7 @@ namespace quirebind {
 /// The bytes of a source file, in memory that we own, as if all of it were there: a block of it is
 /// read when it is first looked at. (A mapping of the file would raise a signal when somebody
 /// shortens it meanwhile.) Small files are read in one go; of large ones the bodies of streams are
-/// never held here but go straight to where they are wanted, through `copy`.
+/// never held here but go straight to where they are wanted, through `copy`, or are lent.
 ///
 /// Of a large file, what is read after a `trim` takes the memory of what was read before it, since
 /// being given fresh memory costs more than reading into it. Memory is as large as the file twice
@@ -75,6 +77,21 @@ class SourceImage final : public ByteSource {
     /// Fills `into` from `offset`, without keeping what was not in memory.
     void copy(std::uint64_t offset, std::span<char> into);
 
+    /// Where byte `offset` is in the file, counted from its start.
+    [[nodiscard]] std::uint64_t positionInFile(std::uint64_t offset) const {
+        return origin_ + offset;
+    }
+
+    /// Fills `into`, which is the end of `borrower`, from `offset`, where possible with pages of
+    /// the file itself (ByteBuffer::borrow). That is worth it where `into` is long.
+    void lend(std::uint64_t offset, std::span<char> into, ByteBuffer& borrower);
+
+    /// What the file was when it was opened, if pages of it were lent: they are only worth
+    /// something as long as it stays that.
+    [[nodiscard]] std::optional<FileStamp> lentFile() const {
+        return hasLent_ ? std::optional(opened_) : std::nullopt;
+    }
+
     /// Gives memory back when much is held. Ends the validity of every view: call it where none is
     /// in use.
     void trim();
@@ -114,7 +131,8 @@ class SourceImage final : public ByteSource {
 
     FileSystem* files_;  // not owned; outlives every document
     FileDescriptor file_;
-    struct stat opened_;
+    FileStamp opened_;
+    blkcnt_t blocks_;  // of 512 bytes, on its disk
     std::uint64_t fileSize_;
     std::uint64_t origin_ = 0;
     std::unique_ptr<char[]> bytes_;  // untouched pages cost nothing
@@ -130,6 +148,7 @@ class SourceImage final : public ByteSource {
     std::size_t readyBegin_ = 0;      // where what was looked at last is loaded without a gap
     std::size_t readyEnd_ = 0;
     const char* ready_ = nullptr;  // where in memory that begins
+    bool hasLent_ = false;
 };
 
 }  // namespace quirebind

@@ -8,10 +8,11 @@
 #include <functional>
 #include <map>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "Platform/Files/ByteBuffer.h"
 
 namespace quirebind {
 
@@ -39,7 +40,8 @@ class SharedStreams {
     struct Candidate {
         std::string_view dictionary;
         std::size_t bodySize = 0;
-        std::function<void(std::size_t offset, std::span<char> into)> readBody;
+        /// The piece, valid until the next; another one where the body is lost.
+        std::function<std::string_view(std::size_t offset, std::size_t size)> readBody;
     };
 
     /// Lets a stream that was written be shared by the sources that begin after this.
@@ -54,7 +56,7 @@ class SharedStreams {
 
     /// The number of the stream in `output`, which is what was written so far, that is the same.
     [[nodiscard]] std::optional<std::uint32_t> find(const Candidate& candidate,
-                                                    std::string_view output);
+                                                    const ByteBuffer& output);
 
  private:
     struct SameLength {
@@ -62,15 +64,11 @@ class SharedStreams {
         std::map<std::size_t, Stream> byDigest;
     };
 
-    [[nodiscard]] std::size_t digest(const Candidate& candidate);
-    [[nodiscard]] bool isSame(const Candidate& candidate, const Stream& stream,
-                              std::string_view output);
-    [[nodiscard]] std::string_view readPiece(const Candidate& candidate, std::size_t at,
-                                             std::size_t size);
+    [[nodiscard]] Candidate asCandidate(const Stream& stream, const ByteBuffer& output);
 
     std::vector<Stream> added_;
     std::map<std::uint64_t, SameLength> byLength_;
-    std::string piece_;  // of a body, reused
+    std::string piece_;  // of a body that was written, reused
 };
 
 }  // namespace quirebind

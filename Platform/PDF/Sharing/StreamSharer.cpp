@@ -120,8 +120,10 @@ std::optional<std::uint32_t> StreamSharer::find(std::uint32_t source) {
     const bool declared = appendStreamDictionary(object.value, length, text, dictionary,
                                                  [](const auto& /*entry*/, auto& /*entries*/) {});
     if (!declared) return std::nullopt;
-    const auto readBody = [&](std::size_t offset, std::span<char> into) {
-        reader_.image().copy(object.bodyOffset + offset, into);
+    const auto readBody = [&](std::size_t offset, std::size_t size) {
+        piece_.resize(std::max(piece_.size(), size));
+        reader_.image().copy(object.bodyOffset + offset, std::span(piece_).first(size));
+        return std::string_view(piece_).substr(0, size);
     };
     return shared_.find({.dictionary = dictionary.text(),
                          .bodySize = static_cast<std::size_t>(length),

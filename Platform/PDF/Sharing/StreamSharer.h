@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "Platform/PDF/DocumentWriter.h"
@@ -42,6 +43,7 @@ class StreamSharer : public StandIns {
     SharedStreams& shared_;
     std::vector<std::uint32_t> asked_;  // objects that are being compared, each part of the next
     WorkBudget bodies_;
+    std::string piece_;  // of a body, reused
 };
 
 }  // namespace quirebind
