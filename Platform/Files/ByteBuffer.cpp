@@ -78,7 +78,7 @@ std::span<char> ByteBuffer::borrow(FileSystem& files, int file, std::uint64_t of
 
 std::string_view ByteBuffer::view(std::size_t offset, std::size_t count, std::string& room) const {
     const std::string_view part = text().substr(offset, count);
-    if (!memory_.hasBorrowed()) return part;
+    if (!memory_.isBorrowed(offset, part.size())) return part;
     room.resize(part.size());
     return memory_.read(offset, room) ? std::string_view(room) : std::string_view{};
 }

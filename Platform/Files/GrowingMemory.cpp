@@ -131,25 +131,29 @@ bool GrowingMemory::borrow([[maybe_unused]] FileSystem& files, [[maybe_unused]] 
                            [[maybe_unused]] std::uint64_t offset,
                            [[maybe_unused]] std::span<char> pages) {
 #if defined(MADV_POPULATE_READ)
-    if (!hasRoom() || borrowed_ == kMostBorrowed) return false;
+    if (!hasRoom() || borrowed_.size() == kMostBorrowed) return false;
+    const auto begin = static_cast<std::size_t>(pages.data() - data_);
+    borrowed_.push_back({.begin = begin, .end = begin + pages.size()});
     // Reading all of it now tells what cannot be read from what is shortened later.
     if (files.map(file, offset, pages) == 0 &&
-        ::madvise(pages.data(), pages.size(), MADV_POPULATE_READ) == 0) {
-        ++borrowed_;
-        borrowedEnd_ = static_cast<std::size_t>(pages.data() - data_) + pages.size();
+        ::madvise(pages.data(), pages.size(), MADV_POPULATE_READ) == 0)
         return true;
-    }
-    makeOwn(pages);
+    makeOwn(begin);
 #endif
     return false;
 }
 
 void GrowingMemory::makeOwn(std::size_t begin) {
-    if (begin >= borrowedEnd_) return;
-    const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
-    const std::size_t first = (begin + page - 1) / page * page;
-    if (first < borrowedEnd_) makeOwn(std::span(data_ + first, borrowedEnd_ - first));
-    borrowedEnd_ = begin;
+    while (!borrowed_.empty() && borrowed_.back().begin >= begin) {
+        const Piece& last = borrowed_.back();
+        makeOwn(std::span(data_ + last.begin, last.end - last.begin));
+        borrowed_.pop_back();
+    }
+}
+
+bool GrowingMemory::isBorrowed(std::size_t offset, std::size_t count) const {
+    const auto next = std::ranges::upper_bound(borrowed_, offset, {}, &Piece::end);
+    return next != borrowed_.end() && next->begin < offset + count;
 }
 
 void GrowingMemory::makeOwn(std::span<char> pages) {
@@ -160,7 +164,7 @@ void GrowingMemory::makeOwn(std::span<char> pages) {
 
 bool GrowingMemory::read(std::size_t offset, std::span<char> into) const {
 #if defined(MADV_POPULATE_READ)
-    if (borrowed_ != 0) {
+    if (isBorrowed(offset, into.size())) {
         // What would be a signal here is an error of a system call.
         const iovec to{.iov_base = into.data(), .iov_len = into.size()};
         const iovec from{.iov_base = data_ + offset, .iov_len = into.size()};

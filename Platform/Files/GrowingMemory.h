@@ -9,6 +9,7 @@
 #include <memory>
 #include <span>
 #include <utility>
+#include <vector>
 
 namespace quirebind {
 
@@ -59,16 +60,14 @@ class GrowingMemory {
           mapping_(std::move(other.mapping_)),
           data_(std::exchange(other.data_, nullptr)),
           size_(std::exchange(other.size_, 0)),
-          borrowed_(std::exchange(other.borrowed_, 0)),
-          borrowedEnd_(std::exchange(other.borrowedEnd_, 0)) {}
+          borrowed_(std::exchange(other.borrowed_, {})) {}
     /// Likewise; what was here before is given back.
     GrowingMemory& operator=(GrowingMemory&& other) noexcept {
         small_ = std::move(other.small_);
         mapping_ = std::move(other.mapping_);
         data_ = std::exchange(other.data_, nullptr);
         size_ = std::exchange(other.size_, 0);
-        borrowed_ = std::exchange(other.borrowed_, 0);
-        borrowedEnd_ = std::exchange(other.borrowedEnd_, 0);
+        borrowed_ = std::exchange(other.borrowed_, {});
         return *this;
     }
     ~GrowingMemory() = default;
@@ -93,13 +92,18 @@ class GrowingMemory {
     /// borrowed pages. Throws std::bad_alloc like `borrow`.
     void makeOwn(std::size_t begin);
 
-    /// Whether any pages are borrowed, or were.
-    [[nodiscard]] bool hasBorrowed() const { return borrowed_ != 0; }
+    /// Whether any of these bytes are borrowed.
+    [[nodiscard]] bool isBorrowed(std::size_t offset, std::size_t count) const;
 
     /// Copies bytes from `offset` on. False where some were borrowed and are lost.
     [[nodiscard]] bool read(std::size_t offset, std::span<char> into) const;
 
  private:
+    /// Offsets of pages that are borrowed together.
+    struct Piece {
+        std::size_t begin;
+        std::size_t end;
+    };
     using Block = std::unique_ptr<char[], detail::FreeBlock>;
     using Pages = std::unique_ptr<char[], detail::UnmapPages>;
 
@@ -114,8 +118,7 @@ class GrowingMemory {
     Pages mapping_;
     char* data_ = nullptr;  // of one of these
     std::size_t size_ = 0;
-    std::size_t borrowed_ = 0;     // pieces
-    std::size_t borrowedEnd_ = 0;  // offset behind the last of them
+    std::vector<Piece> borrowed_;  // in their order
 };
 
 }  // namespace quirebind

@@ -18,6 +18,11 @@ constexpr std::size_t kVersionInHeader = 5;
 constexpr std::string_view kEndObject = "\nendobj\n";
 constexpr std::string_view kBeginBody = "\nstream\n";
 
+/// The least length in bytes of a body that is faster to borrow than to copy, and how many bytes of
+/// the sources pay for one space that this takes.
+constexpr std::size_t kLongBody = std::size_t{512} << 10U;
+constexpr std::uint64_t kBytesPerSpace = 200;
+
 /// The size of a page of memory nearly everywhere. Where it is another one, less is borrowed.
 constexpr std::size_t kPage = 4096;
 
@@ -71,14 +76,18 @@ ByteBuffer& DocumentWriter::beginStream(std::uint32_t number) {
     return beginObject(number, false);
 }
 
-void DocumentWriter::alignLongBody(std::uint64_t position, std::size_t length) {
+bool DocumentWriter::alignBody(std::uint64_t position, std::size_t length) {
+    if (!borrows_ || length < kLongBody) return false;
     const std::size_t place = out_.size() + kBeginBody.size();
     const auto shift = static_cast<std::size_t>((position - place) % kPage);
+    if (spaces_ + shift > sourceBytes_ / kBytesPerSpace) return false;
+    spaces_ += shift;
     const std::uint64_t begin = locations_[open_].position();
     out_.insert(static_cast<std::size_t>(begin), shift, ' ');
     locations_[open_] = OutputLocation::inFile(begin + shift);
     begun_ += shift;
     longBodies_.push_back({.begin = place + shift, .size = length});
+    return true;
 }
 
 std::span<char> DocumentWriter::streamBody(std::size_t length) {

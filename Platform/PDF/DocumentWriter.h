@@ -57,15 +57,10 @@ class DocumentWriter {
     [[nodiscard]] ByteBuffer& beginStream(std::uint32_t number);
     /// From now on long bodies are to be borrowed from their sources.
     void borrowLongBodies() { borrows_ = true; }
-    /// Whether a body of `length` bytes is.
-    [[nodiscard]] bool borrowsBody(std::uint64_t length) const {
-        return borrows_ && length >= kLongBody;
-    }
-
-    /// To be called before `streamBody` for a body that is to be borrowed, and that begins at
-    /// `position` in its file: moves the stream behind as many spaces as it takes for its pages to
+    /// Whether the body of the stream that is begun, which is at `position` in its file, is worth
+    /// being borrowed. Then the stream is moved behind as many spaces as it takes for its pages to
     /// be those of that file.
-    void alignLongBody(std::uint64_t position, std::size_t length);
+    [[nodiscard]] bool alignBody(std::uint64_t position, std::size_t length);
     /// Where the body, of `length` bytes, is to be put before `endStream`.
     [[nodiscard]] std::span<char> streamBody(std::size_t length);
     void endStream();
@@ -83,10 +78,6 @@ class DocumentWriter {
     [[nodiscard]] ByteBuffer finish(std::uint32_t root, Version version);
 
  private:
-    /// The length in bytes from which a body is worth spaces before its stream: less than one in a
-    /// hundred.
-    static constexpr std::size_t kLongBody = std::size_t{512} << 10U;
-
     void flushPacker();
     [[nodiscard]] bool isTableTooLong() const;
 
@@ -96,6 +87,7 @@ class DocumentWriter {
     ObjectPacker packer_;
     FrugalEncoder encoder_;
     std::uint64_t sourceBytes_ = 0;
+    std::uint64_t spaces_ = 0;        // before streams
     std::uint32_t packerNumber_ = 0;  // of the object stream being collected
     std::uint32_t open_ = 0;          // the object that is begun and not ended
     std::size_t begun_ = 0;           // where its value begins

@@ -143,14 +143,13 @@ void ObjectCopier::copyStream(const SourceObject& object) {
 /// Gives where the dictionary ends then: a body that is borrowed moves its stream.
 std::size_t ObjectCopier::appendBody(std::uint64_t offset, std::size_t length, ByteBuffer& out) {
     SourceImage& image = reader_.image();
-    if (!writer_.borrowsBody(length)) {
-        const std::size_t dictionaryEnd = out.size();
-        image.copy(offset, writer_.streamBody(length));
-        return dictionaryEnd;
-    }
-    writer_.alignLongBody(image.positionInFile(offset), length);
+    const bool borrows = writer_.alignBody(image.positionInFile(offset), length);
     const std::size_t dictionaryEnd = out.size();
-    image.lend(offset, writer_.streamBody(length), out);
+    const std::span<char> body = writer_.streamBody(length);
+    if (borrows)
+        image.lend(offset, body, out);
+    else
+        image.copy(offset, body);
     return dictionaryEnd;
 }
 
