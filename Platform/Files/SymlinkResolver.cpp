@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <optional>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -44,6 +45,22 @@ class SymlinkResolver::Walk {
     [[nodiscard]] std::string result() const {
         if (begin_ != rest_.size()) return prefix_ + '/' + rest_.substr(begin_);
         return prefix_.empty() ? "/" : prefix_;
+    }
+
+    /// Where `name` leads to from where it has come to, if that is the place itself: most names are
+    /// those of files, or of nothing yet.
+    [[nodiscard]] std::optional<std::string> placeOf(std::string_view name) const {
+        if (name.empty() || name.find('\0') != std::string_view::npos) return std::nullopt;
+        std::string path;
+        path.reserve(prefix_.size() + 1 + name.size());
+        path.append(prefix_).append("/").append(name);
+        struct stat found{};
+        const int result =
+            uninterrupted([&] { return files_->linkStatus(AT_FDCWD, path.c_str(), found); });
+        // "." and ".." are folders, too.
+        const bool leadsOn = result >= 0 && (S_ISLNK(found.st_mode) || S_ISDIR(found.st_mode));
+        if (leadsOn) return std::nullopt;
+        return path;
     }
 
     /// Goes on with another path from where it has come to.
@@ -115,22 +132,25 @@ SymlinkResolver::~SymlinkResolver() = default;
 
 std::string SymlinkResolver::resolve(const std::string& path) {
     if (path.empty()) return path;
-    std::string absolute = path;
-    if (path.front() != '/') {
-        std::error_code error;
-        if (workingFolder_.empty()) workingFolder_ = std::filesystem::current_path(error).string();
-        if (error) return path;
-        absolute = workingFolder_ + '/' + path;
-    }
-    const std::size_t name = absolute.rfind('/') + 1;
-    if (folder_ != std::string_view(absolute).substr(0, name)) {
-        folder_ = absolute.substr(0, name);
+    if (path.front() == '/') return resolveAbsolute(path);
+    std::error_code error;
+    if (workingFolder_.empty()) workingFolder_ = std::filesystem::current_path(error).string();
+    return error ? path : resolveAbsolute(workingFolder_ + '/' + path);
+}
+
+std::string SymlinkResolver::resolveAbsolute(const std::string& path) {
+    const std::size_t end = path.rfind('/') + 1;
+    const std::string_view name = std::string_view(path).substr(end);
+    if (folder_ != std::string_view(path).substr(0, end)) {
+        folder_ = path.substr(0, end);
         auto walk = std::make_unique<Walk>(files_, folder_);
         const bool arrives = walk->walk();
         inside_ = arrives ? std::move(walk) : nullptr;
     }
-    Walk walk = inside_ ? *inside_ : Walk(files_, absolute);
-    if (inside_) walk.goOn(absolute.substr(name));
+    if (inside_)
+        if (auto place = inside_->placeOf(name)) return *std::move(place);
+    Walk walk = inside_ ? *inside_ : Walk(files_, path);
+    if (inside_) walk.goOn(std::string(name));
     (void)walk.walk();
     return walk.result();
 }

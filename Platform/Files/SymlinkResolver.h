@@ -36,6 +36,8 @@ class SymlinkResolver {
  private:
     class Walk;
 
+    [[nodiscard]] std::string resolveAbsolute(const std::string& path);
+
     FileSystem& files_;
     std::string workingFolder_;           // empty until it is needed
     std::string folder_;                  // as it was given, with its separator

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <utility>
 
+#include <xxhash.h>
+
 namespace quirebind {
 namespace {
 
@@ -16,12 +18,14 @@ constexpr std::size_t kPiece = std::size_t{256} << 10U;
 /// pictures that one camera took are the same.)
 constexpr std::size_t kSample = 256;
 
-std::size_t digest(const SharedStreams::Candidate& candidate) {
-    constexpr std::size_t kFactor = 31;
-    const std::hash<std::string_view> hash;
+std::uint64_t digest(const SharedStreams::Candidate& candidate) {
+    constexpr std::uint64_t kFactor = 31;
+    const auto hash = [](std::string_view bytes) {
+        return XXH3_64bits(bytes.data(), bytes.size());
+    };
     const std::size_t sample = std::min(kSample, candidate.bodySize);
     const std::size_t end = candidate.bodySize - sample;
-    std::size_t digest = hash(candidate.dictionary);
+    std::uint64_t digest = hash(candidate.dictionary);
     for (const std::size_t at : {std::size_t{0}, end / 2, end})
         digest = kFactor * digest + hash(candidate.readBody(at, sample));
     return digest;

@@ -61,7 +61,7 @@ class SharedStreams {
  private:
     struct SameLength {
         std::vector<Stream> notDigested;
-        std::map<std::size_t, Stream> byDigest;
+        std::map<std::uint64_t, Stream> byDigest;
     };
 
     [[nodiscard]] Candidate asCandidate(const Stream& stream, const ByteBuffer& output);
