@@ -52,11 +52,17 @@ struct Found {
 /// has changed, and none has come or gone, all is where it was.
 class FoundParts {
  public:
-    enum class Memory : std::uint8_t { none, shapes };
+    enum class Memory : std::uint8_t {
+        none,
+        shapes,           ///< Of dictionaries.
+        shapesOfEntries,  ///< The same, where nobody asks for references: those that are recalled
+                          ///< stay what they were.
+    };
 
     /// `memory`: `none` for what is scanned once.
     explicit FoundParts(Memory memory = Memory::none)
-        : remembered_(memory == Memory::shapes ? kShapes : 0) {}
+        : remembered_(memory == Memory::none ? 0 : kShapes),
+          readsReferences_(memory != Memory::shapesOfEntries) {}
 
     [[nodiscard]] const Found& found() const { return shapes_[current_].found; }
     [[nodiscard]] const std::vector<FoundReference>& references() const {
@@ -92,13 +98,14 @@ class FoundParts {
         std::uint64_t serial = 0;
 
         [[nodiscard]] bool isThatOf(std::string_view other) const;
-        [[nodiscard]] bool readReferences(std::string_view other);
+        void readReferences(std::string_view other);
     };
 
     static constexpr std::size_t kShapes = 4;
 
     std::array<Shape, kShapes> shapes_;
     std::size_t remembered_;  // how many of them: all or none
+    bool readsReferences_;    // when a dictionary is recalled
     std::size_t current_ = 0;
     std::size_t oldest_ = 0;
     std::uint64_t lastSerial_ = 0;

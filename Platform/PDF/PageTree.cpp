@@ -331,8 +331,8 @@ class PageTreeWalk {
     bool bypasses_;
     std::uint64_t room_;  // for pages, and for nodes
     PageTree tree_;
-    FoundParts parts_{FoundParts::Memory::shapes};  // of what was read last
-    std::uint64_t pageShape_ = 0;                   // that of the last page
+    FoundParts parts_{FoundParts::Memory::shapesOfEntries};  // of what was read last
+    std::uint64_t pageShape_ = 0;                            // that of the last page
     std::vector<OpenNode> open_;
     std::vector<std::string> directs_;  // kids that are no objects of their own
     std::set<std::uint32_t> onPath_;    // the nodes in open_
