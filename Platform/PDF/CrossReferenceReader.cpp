@@ -112,13 +112,17 @@ struct TableEntry {
 
 constexpr std::size_t kUsualEntry = 20;
 
-/// The number that all of these bytes are the digits of.
+/// The number that all of these bytes are the digits of. That they are is looked at once, in the
+/// end: a large file has millions.
 std::optional<std::uint64_t> wholeNumber(std::string_view digits) {
     std::uint64_t number = 0;
+    unsigned largest = 0;
     for (const char c : digits) {
-        if (!isDigit(c)) return std::nullopt;
-        number = number * 10 + static_cast<std::uint64_t>(c - '0');
+        const unsigned digit = static_cast<unsigned char>(c) - unsigned{'0'};
+        largest = std::max(largest, digit);
+        number = number * 10 + digit;
     }
+    if (largest > 9) return std::nullopt;
     return number;
 }
 

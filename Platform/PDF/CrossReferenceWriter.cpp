@@ -197,9 +197,10 @@ void writeCrossReferenceTable(ByteBuffer& out, const std::vector<OutputLocation>
     out.append("\n");
     FreeList freeList(locations);
     constexpr std::string_view kEntry = "0000000000 00000 n \n";
+    const auto entries = out.extend(kEntry.size() * locations.size());
     for (std::size_t number = 0; number < locations.size(); ++number) {
         const bool isFree = locations[number].isFree();
-        const auto entry = out.extend(kEntry.size());
+        const auto entry = entries.subspan(kEntry.size() * number, kEntry.size());
         kEntry.copy(entry.data(), entry.size());
         fillDecimal(entry.first(10),
                     isFree ? freeList.after(number) : locations[number].position());

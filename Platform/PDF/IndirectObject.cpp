@@ -46,11 +46,16 @@ std::optional<Reference> parseObjectHeader(std::string_view text, std::size_t& a
     std::uint64_t generation = 0;
     at = skipWhite(text, at);
     if (!readUnsigned(text, at, number)) return std::nullopt;
-    at = skipWhite(text, at);
-    if (!readUnsigned(text, at, generation)) return std::nullopt;
-    at = skipWhite(text, at);
-    if (!text.substr(at).starts_with("obj")) return std::nullopt;
-    at += 3;
+    constexpr std::string_view kUsualRest = " 0 obj";
+    if (text.substr(at).starts_with(kUsualRest)) {
+        at += kUsualRest.size();
+    } else {
+        at = skipWhite(text, at);
+        if (!readUnsigned(text, at, generation)) return std::nullopt;
+        at = skipWhite(text, at);
+        if (!text.substr(at).starts_with("obj")) return std::nullopt;
+        at += 3;
+    }
     if (number > limits::kObjectNumber || generation > 65535) return std::nullopt;
     return Reference{static_cast<std::uint32_t>(number), static_cast<std::uint32_t>(generation)};
 }
