@@ -47,7 +47,7 @@ SourceImage::SourceImage(FileSystem& files, FileDescriptor file, const struct st
       fileSize_(static_cast<std::uint64_t>(std::max<off_t>(status.st_size, 0))) {
     if (fileSize_ > std::numeric_limits<std::size_t>::max() / 4) throw std::bad_alloc();
     const auto size = static_cast<std::size_t>(fileSize_);
-    if (size > limits::kWindowBytes) window_ = size;
+    if (size > limits::kWindowBytes) shift_ = window_ = size;
     bytes_ = std::make_unique_for_overwrite<char[]>(window_ + size);
     if (fileSize_ <= kSmallFile) {
         readFully(0, {bytes_.get(), size});

@@ -29,10 +29,10 @@ namespace quirebind {
 /// shortens it meanwhile.) Small files are read in one go; of large ones the bodies of streams are
 /// never held here but go straight to where they are wanted, through `copy`, or are lent.
 ///
-/// Of a large file, what is read after a `trim` takes the memory of what was read before it, since
-/// being given fresh memory costs more than reading into it. Memory is as large as the file twice
-/// over, of which only what is touched takes room; every byte of the file is where it belongs from
-/// one `trim` to the next:
+/// Of a large file, what is read after a `trim` takes the memory of what was read before it, from
+/// the beginning of the file on, since being given fresh memory costs more than reading into it.
+/// Memory is as large as the file twice over, of which only what is touched takes room; every byte
+/// of the file is where it belongs from one `trim` to the next:
 ///
 ///     memory         |    ......    | window |    ......    |
 ///     the file           | ........ | next to be read | .... |
