@@ -22,7 +22,7 @@ constexpr std::size_t kSmall = std::size_t{512} << 10U;
 /// The least that is mapped. What is never touched costs nothing but its addresses.
 [[maybe_unused]] constexpr std::size_t kFirstMapping = 4 * kLargePage;
 /// The addresses that are set aside for one large memory: 1 TB where addresses have 64 bits.
-[[maybe_unused]] constexpr std::size_t kRoom = std::numeric_limits<std::size_t>::max() >> 24U;
+[[maybe_unused]] constexpr std::size_t kRoom = (std::numeric_limits<std::size_t>::max() >> 24U) + 1;
 /// How many pieces are borrowed at most: each takes two of the mappings that a process may have,
 /// some 65,000.
 [[maybe_unused]] constexpr std::size_t kMostBorrowed = 8192;

@@ -18,9 +18,10 @@ constexpr std::size_t kVersionInHeader = 5;
 constexpr std::string_view kEndObject = "\nendobj\n";
 constexpr std::string_view kBeginBody = "\nstream\n";
 
-/// The least length in bytes of a body that is faster to borrow than to copy, and how many bytes of
-/// the sources pay for one space that this takes.
-constexpr std::size_t kLongBody = std::size_t{512} << 10U;
+/// The least length in bytes of a body that is faster to borrow than to copy, since memory behind
+/// it is given in small pages up to where a large one can begin; and how many bytes of the sources
+/// pay for one space that this takes.
+constexpr std::size_t kLongBody = std::size_t{1} << 20U;
 constexpr std::uint64_t kBytesPerSpace = 200;
 
 /// The size of a page of memory nearly everywhere. Where it is another one, less is borrowed.

@@ -26,7 +26,7 @@ namespace {
 using ::testing::ElementsAre;
 namespace fs = std::filesystem;
 
-constexpr std::size_t kBody = 800'000;
+constexpr std::size_t kBody = 1'200'000;
 
 /// The body of a picture, other bytes for each `seed`.
 std::string picture(const std::string& seed) {
@@ -43,7 +43,7 @@ std::string documentWith(const std::string& body, const std::string& text) {
 {{object 2 0}} << /Type /Pages /Kids [3 0 R] /Count 1 >> endobj
 {{object 3 0}} << /Type /Page /Parent 2 0 R /MediaBox [0 0 200 200] /Contents 5 0 R
   /Resources << /XObject << /Im 4 0 R >> /Font << /F 6 0 R >> >> >> endobj
-{{object 4 0}} << /Type /XObject /Subtype /Image /Width 1000 /Height 800 /BitsPerComponent 8
+{{object 4 0}} << /Type /XObject /Subtype /Image /Width 1000 /Height 1200 /BitsPerComponent 8
   /ColorSpace /DeviceGray /Length {{length}} >>
 {{stream}}
 )" + body + R"(
