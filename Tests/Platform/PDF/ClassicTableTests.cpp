@@ -27,6 +27,17 @@ std::string withRemarks(const std::string& remark, int furtherEntries = 0) {
     return text + "trailer\n<< /Size 6 /Root 1 0 R >>\nstartxref\n{{offset table}}\n%%EOF\n";
 }
 
+/// A table whose entries are as long as they should be, with blanks where zeros should be.
+std::string withBlanks() {
+    std::string text = "{{header 1.4}}\n" + std::string(kOnePage) +
+                       "{{label table}}\nxref\n0 6\n         0 65535 f \n";
+    for (int i = 1; i <= 5; ++i) {
+        const std::string blanks(i == 1 ? 8 : 7, ' ');  // the first offset has two digits
+        text += blanks + "{{offset " + std::to_string(i) + "}} 00000 n \n";
+    }
+    return text + "trailer\n<< /Size 6 /Root 1 0 R >>\nstartxref\n{{offset table}}\n%%EOF\n";
+}
+
 INSTANTIATE_TEST_SUITE_P(
     ClassicTable, ReadableFile,
     ::testing::Values(
@@ -39,6 +50,7 @@ INSTANTIATE_TEST_SUITE_P(
         Kind("withCarriageReturnsInEntriesOf19Bytes", "{{eol cr}}\n" + withTable("entry=19")),
         Kind("withoutObjectZero", withTable("zero=no")),
         Kind("withFreeEntries", withTable("", "{{free 6 1}}\n{{free 9 65535}}\n")),
+        Kind("withBlanksInPlaceOfZeros", withBlanks()),
         Kind("withComments", withRemarks(" % an object")),
         Kind("withRemarks", withRemarks(" (an object)")),
         Kind("withRemarksBehindAllEntriesButTheLast",

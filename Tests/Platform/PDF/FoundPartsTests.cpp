@@ -105,6 +105,21 @@ TEST(RememberedShapes, arePlacedFromTheValuesBeginning) {
     }
 }
 
+TEST(RememberedShapes, ofEntriesSayWhatAScanWouldSayOfThem) {
+    FoundParts parts(FoundParts::Memory::shapesOfEntries);
+    for (const std::string_view text :
+         {"<</A 1 0 R/B[2 0 R]>>", "<</A 3 0 R/B[4 0 R]>>", "<</A 33 0 R/B[4 0 R]>>"}) {
+        FoundParts afresh;
+        EXPECT_EQ(scanValue(text, 0, &parts).end, scanValue(text, 0, &afresh).end);
+        const auto valueIn = [&](const FoundParts& found) {
+            const FoundEntry& entry = found.entries().at(0);
+            return text.substr(entry.valueBegin, entry.valueEnd - entry.valueBegin);
+        };
+        EXPECT_EQ(parts.entries().size(), 2U) << text;
+        EXPECT_EQ(valueIn(parts), valueIn(afresh)) << text;
+    }
+}
+
 TEST(RememberedShapes, needTheWholeTextToBeThere) {
     constexpr std::string_view kWhole = "<</A 1 0 R/B 2 0 R>>";
     FoundParts parts(FoundParts::Memory::shapes);

@@ -11,7 +11,9 @@
 
 #include <gtest/gtest.h>
 
+#include "Platform/Files/ByteBuffer.h"
 #include "Platform/Files/FileSystem.h"
+#include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/SourceImage.h"
 #include "Tests/Support/FaultyFileSystem.h"
 #include "Tests/Support/TemporaryFolder.h"
@@ -101,6 +103,29 @@ TEST_F(SourceImageTests, countsFromTheOriginAfterATrim) {
                   contents().substr(offset + kOrigin, kStep));
         image.trim();
     }
+}
+
+TEST_F(SourceImageTests, lendsWhatIsCountedFromTheOrigin) {
+    SourceImage image = open();
+    constexpr std::size_t kOrigin = 777;
+    constexpr std::size_t kOffset = 5000;
+    constexpr std::size_t kLength = 2'000'000;
+    image.setOrigin(kOrigin);
+    EXPECT_EQ(image.positionInFile(kOffset), kOrigin + kOffset);
+    for (const std::size_t misfit : {std::size_t{0}, std::size_t{1}}) {
+        ByteBuffer borrower;
+        borrower.append(std::string(kOrigin + kOffset + misfit, '-'));
+        EXPECT_FALSE(misfit == 0 && image.lentFile());
+        image.lend(kOffset, borrower.extend(kLength), borrower);
+        EXPECT_TRUE(borrower.text().substr(kOrigin + kOffset + misfit) ==
+                    std::string_view(contents()).substr(kOrigin + kOffset, kLength));
+#if defined(__linux__)
+        EXPECT_TRUE(image.lentFile());
+#endif
+    }
+    ByteBuffer borrower;
+    const std::size_t beyond = contents().size() - kOrigin - kLength + 1;
+    EXPECT_THROW(image.lend(beyond, borrower.extend(kLength), borrower), DamagedDocument);
 }
 
 TEST_F(SourceImageTests, copiesWhatIsInMemoryAndWhatIsNot) {
