@@ -3,12 +3,14 @@
 
 #include "QuirebindCore/PDFMerger.h"
 
+#include <cerrno>
 #include <new>
 #include <system_error>
 #include <utility>
 
 #include "Platform/Files/AtomicWrite.h"
 #include "Platform/Files/SymlinkResolver.h"
+#include "Platform/Files/SystemCall.h"
 #include "QuirebindCore/Lenders.h"
 #include "QuirebindCore/MergeOn.h"
 
@@ -80,8 +82,10 @@ void write(ByteBuffer data, FileSystem& files, const URL& destination, const Len
     };
     try {
         writeAtomically(data.bytes(), destination, files, written);
-    } catch (const std::system_error&) {
+    } catch (const std::system_error& error) {
         lenders.refuseChanged(files);  // a file that was shortened cannot be written from
+        // Nor can one that cannot be read any more, which "Bad address" would not tell anybody.
+        if (error.code() == std::errc::bad_address) throwSystemError(EIO);
         throw;
     }
 }

@@ -115,6 +115,16 @@ class LentStreams : public ::testing::Test {
         EXPECT_THAT(folder_.names(), ElementsAre("a.pdf", "b.pdf", "out.pdf"));
     }
 
+    void expectSystemError(int number) {
+        try {
+            merge();
+            ADD_FAILURE() << "there was no error";
+        } catch (const std::system_error& error) {
+            EXPECT_EQ(error.code().value(), number);
+        }
+        expectOld();
+    }
+
     const std::string a_ = picture("a");
     const std::string b_ = picture("b");
     const TemporaryFolder folder_;
@@ -211,13 +221,14 @@ TEST_F(LentStreams, areFoundThroughASymbolicLink) {
 // What fails for another reason says that reason.
 TEST_F(LentStreams, areNotToBlameForAFullDisk) {
     files_.failOnce(FileCall::write, ENOSPC);
-    try {
-        merge();
-        FAIL() << "there was no error";
-    } catch (const std::system_error& error) {
-        EXPECT_EQ(error.code().value(), ENOSPC);
-    }
-    expectOld();
+    expectSystemError(ENOSPC);
+}
+
+// Pages that are gone, though nobody has written to their file, are an address that write(2) does
+// not like.
+TEST_F(LentStreams, thatCannotBeReadAnyMoreAreAnErrorOfReading) {
+    files_.failOnce(FileCall::write, EFAULT);
+    expectSystemError(EIO);
 }
 
 }  // namespace
