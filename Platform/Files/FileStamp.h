@@ -30,6 +30,7 @@ class FileStamp {
         return device_ == other.device_ && number_ == other.number_;
     }
 
+    /// Whether it is the same file and nobody has written to it, as far as size and time tell.
     [[nodiscard]] bool operator==(const FileStamp&) const = default;
 
  private:
