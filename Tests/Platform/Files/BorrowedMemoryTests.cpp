@@ -22,18 +22,11 @@
 #include "Tests/Support/ChildProcess.h"
 #include "Tests/Support/FaultyFileSystem.h"
 #include "Tests/Support/MemoryLimit.h"
+#include "Tests/Support/SomeText.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 namespace quirebind {
 namespace {
-
-/// Bytes of which no two pages are alike.
-std::string someBytes(std::size_t size) {
-    std::string bytes;
-    while (bytes.size() < size) bytes += std::to_string(bytes.size()) + ' ';
-    bytes.resize(size);
-    return bytes;
-}
 
 const std::size_t kPage = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
 constexpr std::size_t kFileSize = 3'000'000;
@@ -64,7 +57,7 @@ class Borrowing : public ::testing::Test {
 
     void shorten(std::size_t size) const { std::filesystem::resize_file(folder_ / "lender", size); }
 
-    const std::string bytes_ = someBytes(kFileSize);
+    const std::string bytes_ = test::someText(kFileSize);
     TemporaryFolder folder_;
     FaultyFileSystem files_;
     FileDescriptor file_{files_, files_.open(AT_FDCWD, writtenFile().c_str(), O_RDONLY, 0)};
@@ -95,7 +88,7 @@ TEST_F(Borrowing, staysWhenTheBufferGrowsOrMovesAndTheFileIsGone) {
     (void)fill(0, room(0, 1'000'000));
     file_ = FileDescriptor();
     std::filesystem::remove(folder_ / "lender");
-    const std::string more = someBytes(20'000'000);
+    const std::string more = test::someText(20'000'000);
     buffer_.append(more);
     const ByteBuffer moved = std::move(buffer_);
     EXPECT_TRUE(moved.text() == own_ + bytes_.substr(0, 1'000'000) + more);

@@ -13,17 +13,12 @@
 #include "Platform/Files/GrowingMemory.h"
 #include "Tests/Support/ChildProcess.h"
 #include "Tests/Support/MemoryLimit.h"
+#include "Tests/Support/SomeText.h"
 
 namespace quirebind {
 namespace {
 
-/// Text no two pieces of which are alike.
-std::string someText(std::size_t size) {
-    std::string text;
-    while (text.size() < size) text += std::to_string(text.size()) + ' ';
-    text.resize(size);
-    return text;
-}
+using test::someText;
 
 TEST(ByteBuffer, keepsWhatIsNotSpent) {
     const std::string text = someText(5 * kLargePage + 777);
