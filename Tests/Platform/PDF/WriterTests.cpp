@@ -3,8 +3,11 @@
 
 // What the writing side puts together from objects that are no pages of any source.
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -139,6 +142,33 @@ TEST(DocumentWriter, leavesNumbersFreeThatAreNotWritten) {
         expectSound(path, 1);
         EXPECT_EQ(test::objectText(path, std::to_string(unused)), "null");
     }
+}
+
+TEST(DocumentWriter, spendsFewSpacesOnBodiesThatAreBorrowed) {
+    constexpr std::uint64_t kSources = 4'000'000;
+    constexpr std::size_t kLong = std::size_t{2} << 20U;
+    DocumentWriter writer;
+    writer.borrowLongBodies();
+    writer.addSource(kSources);
+    std::size_t aligned = 0;
+    for (std::uint64_t i = 0; i < 100; ++i) {
+        writer.beginStream(writer.reserve()).append("<<>>");
+        const std::uint64_t position = 1000 * i;
+        const bool isAligned = writer.alignBody(position, kLong);
+        const std::size_t body = writer.written().size() + std::string("\nstream\n").size();
+        if (isAligned) {
+            EXPECT_EQ(body % 4096, position % 4096);
+            ++aligned;
+        }
+        (void)writer.streamBody(1);
+        writer.endStream();
+    }
+    const std::string_view text = writer.written().text();
+    const auto spaces = std::ranges::count(text, ' ') - 2 * 100;  // "1 0 obj"
+    EXPECT_GT(aligned, 4U);
+    EXPECT_LT(aligned, 100U);
+    EXPECT_LE(spaces, kSources / 200);
+    EXPECT_FALSE(writer.alignBody(0, 1000));
 }
 
 TEST(OutputLocation, tellsApartWhereAnObjectIs) {
