@@ -36,7 +36,8 @@ class FileSystem {
     /// pread(2): fills at most `into` from `offset` (bytes from the start of the file).
     virtual ssize_t read(int file, std::span<std::byte> into, std::uint64_t offset) = 0;
     /// mmap(2), privately and for reading only: bytes of the file from `offset` take the place of
-    /// `pages`. Both begin where a page does. Where this fails, nothing may be left in that place.
+    /// `pages`. Both begin where a page does. Where this fails, there may be no memory in that
+    /// place.
     virtual int map(int file, std::uint64_t offset, std::span<char> pages) = 0;
     /// lseek(2) with SEEK_DATA, for a file of which only `read` is used: where at or after `offset`
     /// there are bytes again that are no hole; -ENXIO where none follow. Where holes are not known,
