@@ -160,7 +160,7 @@ TEST(DocumentWriter, spendsFewSpacesOnBodiesThatAreBorrowed) {
             EXPECT_EQ(body % 4096, position % 4096);
             ++aligned;
         }
-        (void)writer.streamBody(1);
+        writer.streamBody(1).front() = '.';  // what is there is anything, a space at times
         writer.endStream();
     }
     const std::string_view text = writer.written().text();
