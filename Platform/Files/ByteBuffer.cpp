@@ -17,7 +17,9 @@
 namespace quirebind {
 namespace {
 
-constexpr std::size_t kFirstCapacity = std::size_t{64} << 10U;
+/// Memory is given back in pieces that begin at multiples of this many bytes: of whole pages, and
+/// so that the system is not asked too often.
+constexpr std::size_t kPiece = std::size_t{1} << 20U;
 
 }  // namespace
 
@@ -36,10 +38,7 @@ ByteBuffer& ByteBuffer::operator=(ByteBuffer&& other) noexcept {
 /// Makes room for `count` more bytes, which there is not yet.
 void ByteBuffer::grow(std::size_t count) {
     if (count > std::numeric_limits<std::size_t>::max() / 2 - size_) throw std::bad_alloc();
-    const std::size_t needed = size_ + count;
-    // Where doubling does not fit, what is needed may.
-    const std::size_t doubled = std::max({needed, 2 * memory_.size(), kFirstCapacity});
-    if (!memory_.grow(doubled) && !memory_.grow(needed)) throw std::bad_alloc();
+    if (!memory_.grow(size_ + count)) throw std::bad_alloc();
 }
 
 std::span<char> ByteBuffer::extend(std::size_t count) {
@@ -88,10 +87,9 @@ void ByteBuffer::replace(std::size_t offset, std::string_view text) {
 }
 
 void ByteBuffer::spend(std::size_t count) {
-    // Whole large pages only: to take one of them apart costs more than it gives.
     const char* const end = memory_.data() + count;
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): only to know where it is
-    const std::size_t behind = reinterpret_cast<std::uintptr_t>(end) % kLargePage;
+    const std::size_t behind = reinterpret_cast<std::uintptr_t>(end) % kPiece;
     if (count <= spent_ + behind) return;
     giveBack(std::span(memory_.data(), count - behind).subspan(spent_));
     spent_ = count - behind;

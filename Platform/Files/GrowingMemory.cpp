@@ -17,10 +17,13 @@
 namespace quirebind {
 namespace {
 
-/// The most that the allocator is asked for where mappings can be moved.
+/// The least and the most that the allocator is asked for where mappings can be moved.
+constexpr std::size_t kLeast = std::size_t{64} << 10U;
 constexpr std::size_t kSmall = std::size_t{512} << 10U;
-/// The least that is mapped. What is never touched costs nothing but its addresses.
-[[maybe_unused]] constexpr std::size_t kFirstMapping = 4 * kLargePage;
+/// A mapping grows by multiples of this, which is one of any page's size. More than the most that
+/// is populated at once is the place of a long stream, which may be borrowed.
+[[maybe_unused]] constexpr std::size_t kStep = std::size_t{256} << 10U;
+[[maybe_unused]] constexpr std::size_t kMostPopulated = 4 * kStep;
 /// The addresses that are set aside for one large memory: 1 TB where addresses have 64 bits.
 [[maybe_unused]] constexpr std::size_t kRoom = (std::numeric_limits<std::size_t>::max() >> 24U) + 1;
 /// How many pieces are borrowed at most: each takes two of the mappings that a process may have,
@@ -28,7 +31,7 @@ constexpr std::size_t kSmall = std::size_t{512} << 10U;
 [[maybe_unused]] constexpr std::size_t kMostBorrowed = 8192;
 constexpr int kOwn = PROT_READ | PROT_WRITE;
 
-#if defined(MREMAP_FIXED)
+#if defined(MREMAP_MAYMOVE)
 constexpr bool kMovesPages = true;
 #else
 constexpr bool kMovesPages = false;
@@ -41,9 +44,11 @@ void detail::UnmapPages::operator()(char* bytes) const {
 }
 
 bool GrowingMemory::grow(std::size_t size) {
-    constexpr std::size_t kMost = std::numeric_limits<std::size_t>::max() / 2;
+    constexpr std::size_t kMost = std::numeric_limits<std::size_t>::max() / 4;
     if (size > kMost) return false;
-    return kMovesPages && size > kSmall ? growMapping(size) : growSmall(size);
+    if (kMovesPages && size > kSmall) return growMapping(size);
+    // Where doubling does not fit, what is needed may.
+    return growSmall(std::max({size, 2 * size_, kLeast})) || growSmall(size);
 }
 
 bool GrowingMemory::growSmall(std::size_t size) {
@@ -57,20 +62,11 @@ bool GrowingMemory::growSmall(std::size_t size) {
     return true;
 }
 
-/// Addresses on the boundaries of large pages, with nothing behind them yet; null where there are
-/// not so many.
+/// Addresses with nothing behind them yet; null where there are not so many.
 GrowingMemory::Pages GrowingMemory::reserve(std::size_t size) {
-    const std::size_t all = size + kLargePage;
-    void* const mapped = ::mmap(nullptr, all, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    void* const mapped = ::mmap(nullptr, size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (mapped == MAP_FAILED) return {};
-    void* begin = mapped;
-    std::size_t space = all;
-    (void)std::align(kLargePage, size, begin, space);
-    const std::size_t before = all - space;
-    if (before != 0) (void)::munmap(mapped, before);
-    char* const aligned = static_cast<char*>(begin);
-    if (space > size) (void)::munmap(aligned + size, space - size);
-    return {aligned, detail::UnmapPages{size}};
+    return {static_cast<char*>(mapped), detail::UnmapPages{size}};
 }
 
 /// Whether addresses for all that it may become are set aside: then it is never moved.
@@ -79,23 +75,24 @@ bool GrowingMemory::hasRoom() const {
 }
 
 bool GrowingMemory::growMapping([[maybe_unused]] std::size_t size) {
-#if defined(MREMAP_FIXED)
-    const std::size_t wanted = std::max(size, kFirstMapping);
-    const std::size_t whole = (wanted + kLargePage - 1) / kLargePage * kLargePage;
-    if (mapping_ != nullptr && !hasRoom()) return moveMapping(whole);
+#if defined(MREMAP_MAYMOVE)
+    const std::size_t whole = (size + kStep - 1) / kStep * kStep;
+    if (mapping_ != nullptr && !hasRoom())
+        return moveMapping(std::max(whole, 2 * size_)) || moveMapping(whole);
     if (mapping_ == nullptr) {
         Pages place = reserve(std::max(whole, kRoom));
         if (place == nullptr) place = reserve(whole);
-        if (place == nullptr) return false;
-        if (::mprotect(place.get(), whole, kOwn) != 0) return false;
-        (void)::madvise(place.get(), place.get_deleter().size, MADV_HUGEPAGE);
+        if (place == nullptr || ::mprotect(place.get(), whole, kOwn) != 0) return false;
+        populate(std::span(place.get(), whole));
         if (size_ != 0) std::memcpy(place.get(), data_, size_);
         small_.reset();
         mapping_ = std::move(place);
         data_ = mapping_.get();
     } else {
         if (whole > mapping_.get_deleter().size) return false;
-        if (::mprotect(data_ + size_, whole - size_, kOwn) != 0) return false;
+        const std::span added(data_ + size_, whole - size_);
+        if (::mprotect(added.data(), added.size(), kOwn) != 0) return false;
+        populate(added);
     }
     size_ = whole;
     return true;
@@ -104,18 +101,21 @@ bool GrowingMemory::growMapping([[maybe_unused]] std::size_t size) {
 #endif
 }
 
+/// Puts memory behind pages that are about to be written to: the system takes longer when it is
+/// asked for one after the other. Large pages (MADV_HUGEPAGE) would take less, but many times as
+/// long in a virtual machine whose host has to find them first.
+void GrowingMemory::populate([[maybe_unused]] std::span<char> pages) {
+#if defined(MADV_POPULATE_WRITE)
+    if (pages.size() <= kMostPopulated)
+        (void)::madvise(pages.data(), pages.size(), MADV_POPULATE_WRITE);
+#endif
+}
+
 /// Makes the mapping `size` bytes, at another place if need be.
 bool GrowingMemory::moveMapping([[maybe_unused]] std::size_t size) {
-#if defined(MREMAP_FIXED)
-    Pages place = reserve(size);
-    // Where there are not enough addresses for both, wherever the system finds some.
-    const int where = place == nullptr ? MREMAP_MAYMOVE : MREMAP_MAYMOVE | MREMAP_FIXED;
-    // NOLINTBEGIN(cppcoreguidelines-pro-type-vararg): as it is declared
-    void* const moved =
-        ::mremap(mapping_.get(), mapping_.get_deleter().size, size, where, place.get());
-    // NOLINTEND(cppcoreguidelines-pro-type-vararg)
-    // The place is the mapping now, or unmapped, and perhaps another thread's already.
-    (void)place.release();
+#if defined(MREMAP_MAYMOVE)
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): as it is declared
+    void* const moved = ::mremap(mapping_.get(), size_, size, MREMAP_MAYMOVE);
     if (moved == MAP_FAILED) return false;
     (void)mapping_.release();
     mapping_ = {static_cast<char*>(moved), detail::UnmapPages{size}};

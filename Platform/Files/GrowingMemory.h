@@ -15,10 +15,6 @@ namespace quirebind {
 
 class FileSystem;
 
-/// The size in bytes of a large page, where the system has them. It is only used to choose places:
-/// where large pages are of another size, nothing goes wrong.
-inline constexpr std::size_t kLargePage = std::size_t{2} << 20U;
-
 namespace detail {
 /// Gives memory back to the allocator.
 struct FreeBlock {
@@ -37,11 +33,9 @@ struct UnmapPages {
 /// A block of memory that grows without its bytes being copied again and again. Move-only.
 ///
 /// A small one is the allocator's, and is copied once when it becomes large. A large one is a
-/// mapping of its own, which lies on the boundaries of large pages, and asks the system to use
-/// these: memory that is filled from front to back is given 4 KB at a time otherwise, which takes
-/// as long as filling it. Addresses for all that it may ever become are set aside at once; where
-/// there are not so many, its pages are moved when it grows. Where the system cannot do that the
-/// allocator has to do what it can.
+/// mapping of its own, which gets its memory 256 KB at a time. Addresses for all that it may ever
+/// become are set aside at once; where there are not so many, its pages are moved when it grows.
+/// Where the system cannot do that the allocator has to do what it can.
 ///
 /// Pages of a large one can be borrowed from a file, which takes neither memory nor time to copy:
 ///
@@ -112,6 +106,7 @@ class GrowingMemory {
     [[nodiscard]] bool growMapping(std::size_t size);
     [[nodiscard]] bool moveMapping(std::size_t size);
     [[nodiscard]] bool hasRoom() const;
+    static void populate(std::span<char> pages);
     static void makeOwn(std::span<char> pages);
 
     Block small_;

@@ -18,9 +18,8 @@ constexpr std::size_t kVersionInHeader = 5;
 constexpr std::string_view kEndObject = "\nendobj\n";
 constexpr std::string_view kBeginBody = "\nstream\n";
 
-/// The least length in bytes of a body that is faster to borrow than to copy, since memory behind
-/// it is given in small pages up to where a large one can begin; and how many bytes of the sources
-/// pay for one space that this takes.
+/// The least length in bytes of a body that is faster to borrow than to copy; and how many bytes of
+/// the sources pay for one space that this takes.
 constexpr std::size_t kLongBody = std::size_t{1} << 20U;
 constexpr std::uint64_t kBytesPerSpace = 200;
 

@@ -158,7 +158,7 @@ TEST_F(Borrowing, isLeftOutWhereThereAreFewAddresses) {
     if (!test::kMemoryLimitsWork)
         GTEST_SKIP() << "sanitizers map more memory than any limit that would matter";
     const int result = inChildProcess([&] {
-        test::limitMemory(40 * kLargePage);
+        test::limitMemory(std::size_t{80} << 20U);
         const bool borrowsNone = fill(0, room(0, 1'000'000)) == 0;
         buffer_.append(bytes_);
         return borrowsNone && buffer_.text() == own_ + bytes_.substr(0, 1'000'000) + bytes_ ? 0 : 1;

@@ -20,8 +20,11 @@ namespace {
 
 using test::someText;
 
+/// More bytes than the allocator is asked for at once.
+constexpr std::size_t kMuch = std::size_t{2} << 20U;
+
 TEST(ByteBuffer, keepsWhatIsNotSpent) {
-    const std::string text = someText(5 * kLargePage + 777);
+    const std::string text = someText(5 * kMuch + 777);
     ByteBuffer buffer;
     buffer.append(text);
     constexpr std::size_t kStep = 300'000;
@@ -34,7 +37,7 @@ TEST(ByteBuffer, keepsWhatIsNotSpent) {
 }
 
 TEST(ByteBuffer, keepsWhatWasThereWheneverItGrows) {
-    const std::string text = someText(9 * kLargePage);
+    const std::string text = someText(9 * kMuch);
     ByteBuffer buffer;
     // By little steps at first, so that it grows at all sizes that it has on the way.
     for (std::size_t at = 0, step = 1; at < text.size(); at += step, step += step / 5 + 1)
@@ -48,7 +51,7 @@ TEST(ByteBuffer, keepsWhatWasThereWheneverItGrows) {
 }
 
 TEST(ByteBuffer, staysAsItIsWhereThereIsNoRoom) {
-    const std::string text = someText(5 * kLargePage);
+    const std::string text = someText(5 * kMuch);
     constexpr std::size_t kTooMuch = std::numeric_limits<std::size_t>::max() / 4;
     for (const std::size_t size : {std::size_t{0}, std::size_t{100}, text.size()}) {
         ByteBuffer buffer;
@@ -64,13 +67,13 @@ TEST(ByteBuffer, staysAsItIsWhereThereIsNoRoom) {
 TEST(ByteBuffer, growsWhereThereAreNotEnoughAddressesForTwo) {
     if (!test::kMemoryLimitsWork)
         GTEST_SKIP() << "sanitizers map more memory than any limit that would matter";
-    const std::string text = someText(10 * kLargePage);
-    const std::string more = someText(2 * kLargePage);
+    const std::string text = someText(10 * kMuch);
+    const std::string more = someText(2 * kMuch);
     const std::string both = text + more;
     const int result = inChildProcess([&] {
         ByteBuffer buffer;
         buffer.append(text);
-        test::limitMemory(4 * kLargePage);
+        test::limitMemory(4 * kMuch);
         buffer.append(more);
         return buffer.text() == both ? 0 : 1;
     });
@@ -80,12 +83,12 @@ TEST(ByteBuffer, growsWhereThereAreNotEnoughAddressesForTwo) {
 TEST(ByteBuffer, growsWhereFewAddressesCanBeSetAside) {
     if (!test::kMemoryLimitsWork)
         GTEST_SKIP() << "sanitizers map more memory than any limit that would matter";
-    const std::string text = someText(10 * kLargePage);
+    const std::string text = someText(10 * kMuch);
     const int result = inChildProcess([&] {
-        test::limitMemory(40 * kLargePage);
+        test::limitMemory(40 * kMuch);
         ByteBuffer buffer;
-        for (std::size_t at = 0; at < text.size(); at += kLargePage)
-            buffer.append(std::string_view(text).substr(at, kLargePage));
+        for (std::size_t at = 0; at < text.size(); at += kMuch)
+            buffer.append(std::string_view(text).substr(at, kMuch));
         return buffer.text() == text ? 0 : 1;
     });
     EXPECT_EQ(result, 0);
@@ -102,14 +105,14 @@ TEST(ByteBuffer, makesRoomBeforeItsEnd) {
 }
 
 TEST(ByteBuffer, growsAfterSomeIsSpent) {
-    const std::string text = someText(3 * kLargePage);
+    const std::string text = someText(3 * kMuch);
     ByteBuffer buffer;
     buffer.append(text);
-    buffer.spend(kLargePage);
+    buffer.spend(kMuch);
     ByteBuffer other = std::move(buffer);
     other.append(text);
-    other.spend(2 * kLargePage);
-    EXPECT_EQ(other.text().substr(2 * kLargePage), text.substr(2 * kLargePage) + text);
+    other.spend(2 * kMuch);
+    EXPECT_EQ(other.text().substr(2 * kMuch), text.substr(2 * kMuch) + text);
 }
 
 }  // namespace
