@@ -16,6 +16,11 @@ const DictionaryEntry* EntryRewriter::next() {
     return nullptr;
 }
 
+const DictionaryEntry& EntryRewriter::at(std::size_t index) {
+    entry_ = entryAt(text_.parts().entries()[index], dictionary_.text());
+    return entry_;
+}
+
 void EntryRewriter::drop() {
     text_.copyTo(text_.beginOf(entry_.key), Role::plain, out_);
     text_.skipTo(text_.endOf(entry_.value));

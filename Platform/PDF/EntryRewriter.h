@@ -11,9 +11,9 @@
 
 namespace quirebind {
 
-/// Copies a dictionary entry by entry. What is done to the entry that `next` gave last is said by
-/// at most one call of `drop`, `copyAs`, `replace` or `openValue`; an entry for which there is none
-/// goes over as it is, with everything between, in bulk. `finish` copies the rest.
+/// Copies a dictionary entry by entry. What is done to the entry that `next` or `at` gave last is
+/// said by at most one call of `drop`, `copyAs`, `replace` or `openValue`; an entry for which there
+/// is none goes over as it is, with everything between, in bulk. `finish` copies the rest.
 class EntryRewriter {
  public:
     /// `dictionary` is part of `text`, of which nothing behind its beginning has been copied yet.
@@ -22,6 +22,10 @@ class EntryRewriter {
 
     /// The next entry, valid until the next call; null at the end.
     [[nodiscard]] const DictionaryEntry* next();
+
+    /// Entry `index` of a dictionary that is all of the text, behind the one before; valid until
+    /// the next call.
+    [[nodiscard]] const DictionaryEntry& at(std::size_t index);
 
     /// Leaves the entry out.
     void drop();

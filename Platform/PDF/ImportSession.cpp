@@ -18,7 +18,7 @@ ImportSession::ImportSession(SourceDocument& source, OutputParts& output)
       tree_(source.pageTree()),
       copier_(source.reader(), output.writer, output.sharedStreams, output.structureKeys,
               output.objectParts),
-      pages_(source.pageTree(), copier_, output.pageParts),
+      pages_(source.pageTree(), copier_, output.pageEntries),
       copies_(copier_.map(), source.pageTree().pages().size()),
       names_(source.reader(), source.catalog()),
       destinations_(source.reader(), names_, copies_),

@@ -11,6 +11,7 @@
 #include "Platform/PDF/FoundParts.h"
 #include "Platform/PDF/Layers/LayerWriter.h"
 #include "Platform/PDF/OutputIntents/OutputIntents.h"
+#include "Platform/PDF/PageEntries.h"
 #include "Platform/PDF/Sharing/SharedStreams.h"
 #include "Platform/PDF/Structure/Marking.h"
 #include "Platform/PDF/Structure/StructureKeys.h"
@@ -21,8 +22,8 @@ namespace quirebind {
 /// What the sources of one output add to, besides its pages.
 struct OutputParts {
     DocumentWriter writer;
-    // Of what the sources' objects are read into: sources of the same maker are alike.
-    FoundParts pageParts{FoundParts::Memory::shapes};
+    // What the sources' objects are read into: sources of the same maker are alike.
+    PageEntries pageEntries;
     FoundParts objectParts{FoundParts::Memory::shapes};
     SharedStreams sharedStreams;
     StructureKeyCounter structureKeys;

@@ -24,6 +24,8 @@ enum class PageKey : std::uint8_t {
     parent,
     annotations,
     additionalActions,
+    structParents,
+    structParent,
     other,
 };
 

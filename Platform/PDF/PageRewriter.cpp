@@ -31,7 +31,8 @@ void PageRewriter::write(std::size_t index, std::uint32_t output, std::uint32_t 
     const PageTree::Page page = tree_.pages()[index];
     const SourceObject object = read(page);
     if (!object.value.isDictionary()) throw DamagedDocument("a page that is no dictionary");
-    const Attributes attributes = attributesOf(page, object.value);
+    const OwnEntries entries = entries_.of(object.value);
+    const Attributes attributes = attributesOf(page, object.value, entries);
     shareLargeValues(attributes.inherited);
 
     ByteBuffer& out = copier_.writer().beginObject(output, object.packed);
@@ -39,37 +40,38 @@ void PageRewriter::write(std::size_t index, std::uint32_t output, std::uint32_t 
     out.append("<</Parent ");
     appendReference(parent, out);
     if (!attributes.typed) out.append("/Type/Page");
-    appendOwnEntries(object.value, attributes, out);
+    appendOwnEntries(object.value, entries, attributes, out);
     appendInherited(attributes, out);
     out.append(">>");
     copier_.writer().endObject();
 }
 
 SourceObject PageRewriter::read(const PageTree::Page& page) {
-    if (page.direct == PageTree::kNone) return copier_.reader().read(page.object, &parts_);
+    if (page.direct == PageTree::kNone)
+        return copier_.reader().read(page.object, &entries_.parts());
     SourceObject object;
     object.value = Value(tree_.directPages()[page.direct]);
-    (void)scanValue(object.value.text(), 0, &parts_);  // its extent is known already
+    (void)scanValue(object.value.text(), 0, &entries_.parts());  // its extent is known already
     return object;
 }
 
-PageRewriter::Attributes PageRewriter::attributesOf(const PageTree::Page& page, Value dictionary) {
+PageRewriter::Attributes PageRewriter::attributesOf(const PageTree::Page& page, Value dictionary,
+                                                    OwnEntries own) {
     Attributes attributes{tree_.nodes()[page.node].inherited};
     bool hasBox = false;
     Value type;
-    DictionaryReader entries(dictionary, parts_);
-    while (const auto entry = entries.next()) {
-        const PageKey key = pageKeyOf(entry->key);
-        if (key == PageKey::type && type.text().empty()) type = entry->value;
+    for (const auto& [index, key] : own) {
+        const Value value = entryAt(entries_.parts().entries()[index], dictionary.text()).value;
+        if (key == PageKey::type && type.text().empty()) type = value;
         const auto attribute = inheritableAttribute(key);
         if (!attribute) continue;
-        const bool isUsable = *attribute == kMediaBox ? isRectangle(entry->value)
-                                                      : !copier_.reader().isAbsent(entry->value);
+        const bool isUsable =
+            *attribute == kMediaBox ? isRectangle(value) : !copier_.reader().isAbsent(value);
         if (!isUsable) continue;
         attributes.inherited[*attribute] = PageTree::kNone;
         hasBox = hasBox || *attribute == kMediaBox;
     }
-    if (!entries.wellFormed()) throw DamagedDocument("a page whose dictionary is broken");
+    if (!entries_.parts().wellFormed()) throw DamagedDocument("a page whose dictionary is broken");
     const std::uint32_t box = attributes.inherited[kMediaBox];
     if (box != PageTree::kNone) hasBox = isRectangle(Value(tree_.values()[box]));
     if (!hasBox) attributes.inherited[kMediaBox] = PageTree::kNone;
@@ -95,26 +97,28 @@ bool PageRewriter::isRectangle(Value value) {
 }
 
 /// Copies the page's own entries, but not those that others take the place of: /Parent, what is
-/// inherited in spite of an entry of that name, and /Type where it means null.
-void PageRewriter::appendOwnEntries(Value page, const Attributes& attributes, ByteBuffer& out) {
+/// inherited in spite of an entry of that name, /Type where it means null, and a last key without a
+/// value.
+void PageRewriter::appendOwnEntries(Value page, OwnEntries own, const Attributes& attributes,
+                                    ByteBuffer& out) {
     constexpr std::size_t kBracket = 2;
-    MappedText text(page.text(), parts_, copier_.map());
+    MappedText text(page.text(), entries_.parts(), copier_.map());
     text.skipTo(kBracket);
     EntryRewriter entries(page, text, out);
-    while (const auto* const entry = entries.next()) {
-        const PageKey key = pageKeyOf(entry->key);
+    for (const auto& [index, key] : own) {
+        const DictionaryEntry& entry = entries.at(index);
         const auto attribute = inheritableAttribute(key);
-        const bool isReplaced = key == PageKey::parent ||
+        const bool isReplaced = entry.value.text().empty() || key == PageKey::parent ||
                                 (attribute && attributes.replaces(*attribute)) ||
                                 (key == PageKey::type && !attributes.typed);
         if (isReplaced)
             entries.drop();
         else if (key == PageKey::annotations)
-            copier_.copyAs(Role::annotation, entry->value, text, out);
+            copier_.copyAs(Role::annotation, entry.value, text, out);
         else if (key == PageKey::additionalActions)
-            copier_.copyAs(Role::additionalActions, entry->value, text, out);
+            copier_.copyAs(Role::additionalActions, entry.value, text, out);
         else
-            copier_.rewriteCommonEntry(*entry, entries);
+            copier_.rewriteCommonEntry(entry, entries);
     }
     text.copyTo(page.text().size() - kBracket, Role::plain, out);
 }

@@ -4,10 +4,12 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "Platform/PDF/ObjectCopier.h"
+#include "Platform/PDF/PageEntries.h"
 #include "Platform/PDF/PageTree.h"
 
 namespace quirebind {
@@ -16,15 +18,17 @@ namespace quirebind {
 /// a page took from its ancestors put on the page itself (ISO 32000-2, 7.7.3.4).
 class PageRewriter {
  public:
-    /// `parts` are for this alone while a page is written. All must outlive this.
-    PageRewriter(const PageTree& tree, ObjectCopier& copier, FoundParts& parts)
-        : tree_(tree), copier_(copier), shared_(tree.values().size()), parts_(parts) {}
+    /// `entries` are for this alone while a page is written. All must outlive this.
+    PageRewriter(const PageTree& tree, ObjectCopier& copier, PageEntries& entries)
+        : tree_(tree), copier_(copier), shared_(tree.values().size()), entries_(entries) {}
 
     /// Writes page `index` as object `output` below the node `parent`. What it refers to is queued.
     /// A page without a usable /MediaBox gets one of US Letter size: so big do readers show it.
     void write(std::size_t index, std::uint32_t output, std::uint32_t parent);
 
  private:
+    using OwnEntries = std::span<const PageEntries::Entry>;
+
     /// Which values the page takes from its ancestors, whether it gets the default /MediaBox, and
     /// whether it says itself that it is a page.
     struct Attributes {
@@ -37,17 +41,19 @@ class PageRewriter {
     };
 
     [[nodiscard]] SourceObject read(const PageTree::Page& page);
-    [[nodiscard]] Attributes attributesOf(const PageTree::Page& page, Value dictionary);
+    [[nodiscard]] Attributes attributesOf(const PageTree::Page& page, Value dictionary,
+                                          OwnEntries own);
     [[nodiscard]] bool isRectangle(Value value);
     void shareLargeValues(const PageTree::Inheritance& inherited);
-    void appendOwnEntries(Value page, const Attributes& attributes, ByteBuffer& out);
+    void appendOwnEntries(Value page, OwnEntries own, const Attributes& attributes,
+                          ByteBuffer& out);
     void appendInherited(const Attributes& attributes, ByteBuffer& out);
 
     const PageTree& tree_;
     ObjectCopier& copier_;
     std::vector<std::uint32_t> shared_;  // for each value of the tree its own object, 0 for none
     std::string rectangle_;  // the text that was last found to be one; most pages have the same
-    FoundParts& parts_;
+    PageEntries& entries_;
 };
 
 }  // namespace quirebind

@@ -69,6 +69,12 @@ struct DictionaryEntry {
     Value value;
 };
 
+/// The entry that was found there in the text of a dictionary.
+[[nodiscard]] inline DictionaryEntry entryAt(const FoundEntry& found, std::string_view text) {
+    return {Value(text.substr(found.keyBegin, found.keyEnd - found.keyBegin)),
+            Value(text.substr(found.valueBegin, found.valueEnd - found.valueBegin))};
+}
+
 /// Reads a dictionary entry by entry. Stops at the first thing that is not a name where a key
 /// should stand; `wellFormed` then says no.
 class DictionaryReader {
@@ -91,10 +97,7 @@ class DictionaryReader {
             wellFormed_ = found_->wellFormed;
             return std::nullopt;
         }
-        const FoundEntry& entry = found_->entries[at_++];
-        return DictionaryEntry{
-            Value(text_.substr(entry.keyBegin, entry.keyEnd - entry.keyBegin)),
-            Value(text_.substr(entry.valueBegin, entry.valueEnd - entry.valueBegin))};
+        return entryAt(found_->entries[at_++], text_);
     }
 
     std::string_view text_;
