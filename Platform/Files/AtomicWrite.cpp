@@ -101,6 +101,7 @@ mode_t modeOfReplacement(FileSystem& files, int folder, const std::string& name)
         orThrow(result);
         if (S_ISDIR(existing.st_mode)) throwSystemError(EISDIR);
         if (S_ISREG(existing.st_mode)) return existing.st_mode & kPermissionBits;
+        if (!S_ISLNK(existing.st_mode)) throwSystemError(EOPNOTSUPP);
     }
     return static_cast<mode_t>(kNewFile & ~files.creationMask());
 }

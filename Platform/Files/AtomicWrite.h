@@ -22,10 +22,10 @@ namespace quirebind {
 /// Throws std::system_error with the file system's own error (its what() is the system's message
 /// alone); then the destination is as it was and nothing else was left behind. EFBIG where the
 /// bytes exceed the process's file size limit, EISDIR where the destination is a folder, EOPNOTSUPP
-/// where it is not a file URL. Needs no memory of the size of `bytes`; `written`, if there is one,
-/// is told how many of the first bytes are not needed any more, whatever happens; the destination
-/// is not touched before it was told of all, and what it throws ends the attempt like an error. May
-/// be called from any thread.
+/// where it is a device, a pipe or a socket, or not a file URL. Needs no memory of the size of
+/// `bytes`; `written`, if there is one, is told how many of the first bytes are not needed any
+/// more, whatever happens; the destination is not touched before it was told of all, and what it
+/// throws ends the attempt like an error. May be called from any thread.
 void writeAtomically(std::span<const std::byte> bytes, const URL& destination,
                      FileSystem& files = FileSystem::native(),
                      const std::function<void(std::size_t)>& written = {});

@@ -250,6 +250,17 @@ TEST(AtomicWrite, refusesWhatIsNoFile) {
     EXPECT_THAT(folder.names(), IsEmpty());
 }
 
+TEST(AtomicWrite, leavesAPipeWhatItIs) {
+    const TemporaryFolder folder;
+    const std::string pipe = folder / "out.pdf";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    FaultyFileSystem files;
+    EXPECT_EQ(errorOfWriting("new", pipe, files), EOPNOTSUPP);
+    EXPECT_EQ(files.count(FileCall::write), 0U);
+    EXPECT_TRUE(fs::is_fifo(pipe));
+    EXPECT_THAT(folder.names(), ElementsAre("out.pdf"));
+}
+
 TEST(AtomicWrite, refusesMoreThanTheFileSizeLimitBeforeItWritesAnything) {
     const TemporaryFolder folder;
     folder.write("out.pdf", "old");
