@@ -40,6 +40,15 @@ inline constexpr std::uint64_t kTreeNodes = std::uint64_t{64} << 20U;
 inline constexpr std::size_t kOutputIntents = 16;
 inline constexpr std::uint64_t kColourProfile = std::uint64_t{16} << 20U;
 
+/// The longest name or number that a destination says about its view. Real ones have some 10 bytes.
+inline constexpr std::size_t kViewElement = 32;
+
+/// Bytes of the destinations of one source's links, as they are read and as they are written, and
+/// counting what a name or an object stands for each time: a fixed part and a multiple of the
+/// file's size.
+inline constexpr std::uint64_t kDestinations = std::uint64_t{64} << 20U;
+inline constexpr std::uint64_t kDestinationsPerByte = 16;
+
 /// Links on a page that are shown as such. Maps and parts lists have thousands.
 inline constexpr std::size_t kShownLinks = 100'000;
 

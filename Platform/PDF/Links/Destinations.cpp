@@ -3,8 +3,11 @@
 
 #include "Platform/PDF/Links/Destinations.h"
 
+#include <cstddef>
 #include <string>
+#include <string_view>
 
+#include "Platform/PDF/Limits.h"
 #include "Platform/PDF/PDFString.h"
 #include "Platform/PDF/ReferenceText.h"
 
@@ -16,6 +19,14 @@ constexpr int kLongestWay = 8;
 
 /// The kind of view and its four numbers at most.
 constexpr int kViewElements = 5;
+
+/// Names and numbers say what is in view (12.3.2.2, table 149).
+bool isViewElement(Value value) {
+    constexpr std::string_view kBegins = "/0123456789+-.";
+    const std::string_view text = value.text();
+    return !text.empty() && text.size() <= limits::kViewElement &&
+           kBegins.find(text.front()) != std::string_view::npos;
+}
 
 }  // namespace
 
@@ -39,6 +50,7 @@ std::optional<Value> explicitDestination(Value value, ObjectReader& reader,
 bool Destinations::append(Value value, ByteBuffer& out) {
     const auto destination = explicitDestination(value, reader_, names_);
     if (!destination) return false;
+    room_.spend(destination->text().size());
     ArrayReader elements(*destination);
     const auto page = elements.next();
     if (!page) return false;
@@ -54,14 +66,15 @@ bool Destinations::append(Value value, ByteBuffer& out) {
 }
 
 void Destinations::appendView(ArrayReader& elements, ByteBuffer& out) {
+    const std::size_t begin = out.size();
     for (int i = 0; i < kViewElements; ++i) {
         const auto element = elements.next();
         if (!element) break;
         const Value resolved = reader_.resolveIfSound(*element);
-        const bool isSimple = !resolved.isDictionary() && !resolved.isArray();
         out.append(resolved.isName() ? "" : " ");
-        out.append(isSimple && !resolved.isNull() ? resolved.text() : "null");
+        out.append(isViewElement(resolved) ? resolved.text() : "null");
     }
+    room_.spend(out.size() - begin);
 }
 
 /// Within a document a page is a reference to it, but files also count pages, as destinations in

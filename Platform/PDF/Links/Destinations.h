@@ -6,10 +6,12 @@
 #include <optional>
 
 #include "Platform/Files/ByteBuffer.h"
+#include "Platform/PDF/Limits.h"
 #include "Platform/PDF/Links/NamedDestinations.h"
 #include "Platform/PDF/Links/PageCopies.h"
 #include "Platform/PDF/ObjectReader.h"
 #include "Platform/PDF/Value.h"
+#include "Platform/PDF/WorkBudget.h"
 
 namespace quirebind {
 
@@ -23,14 +25,18 @@ namespace quirebind {
 class Destinations {
  public:
     Destinations(ObjectReader& reader, NamedDestinations& names, const PageCopies& pages)
-        : reader_(reader), names_(names), pages_(pages) {}
+        : reader_(reader),
+          names_(names),
+          pages_(pages),
+          room_(limits::kDestinations + limits::kDestinationsPerByte * reader.image().size()) {}
 
     /// Appends the destination that `value` means: the copy of its page and the same view. Where
     /// there is no such page it appends null for it, which leads nowhere. False, and nothing
-    /// appended, where `value` is no destination of this source.
+    /// appended, where `value` is no destination of this source. Throws DamagedDocument where links
+    /// make more of it than its size allows.
     [[nodiscard]] bool append(Value value, ByteBuffer& out);
 
-    /// Appends the view that the rest of a destination says.
+    /// Appends the view that the rest of a destination says: names and numbers. Throws likewise.
     void appendView(ArrayReader& elements, ByteBuffer& out);
 
  private:
@@ -39,6 +45,7 @@ class Destinations {
     ObjectReader& reader_;
     NamedDestinations& names_;
     const PageCopies& pages_;
+    WorkBudget room_;  // for destinations as they are read, and their views as they are written
 };
 
 }  // namespace quirebind

@@ -296,6 +296,24 @@ TEST_F(Hostile, thousandsOfReferencesToALargeObjectListedWrongly) {
         "{{object 70 3}} (" + std::string(300000, 'x') + ") endobj\n" + "{{entry 70 1 @70 0}}\n"));
 }
 
+/// The page 20,000 times, with links to a destination that is long.
+std::string linksToALongDestination(const std::string& link, const std::string& destination) {
+    std::string links;
+    for (int i = 0; i < 100; ++i)
+        links += "<< /Type /Annot /Subtype /Link /Rect [0 0 9 9] /Dest " + link + " >>";
+    std::string pages;
+    for (int i = 0; i < 20'000; ++i) pages += "3 0 R ";
+    std::string text = withEntry("/Annots [" + links + "]", object(20, destination));
+    text = replaced(text, "[3 0 R] /Count 1", "[" + pages + "] /Count 20000");
+    return replaced(text, "/Type /Catalog", "/Type /Catalog /Dests << /a " + destination + " >>");
+}
+
+TEST_F(Hostile, destinationThatManyLinksUse) {
+    const std::string text = "[3 0 R /XYZ (" + std::string(2000, 'x') + ")]";
+    expectRefusal(linksToALongDestination("/a", text));
+    expectRefusal(linksToALongDestination("20 0 R", text));
+}
+
 TEST_F(Hostile, sparseFile) {
     constexpr std::uintmax_t kSize = std::uintmax_t{3} << 30U;
     const std::string whole = bench().fixture("whole.pdf", onePageWith());

@@ -234,6 +234,15 @@ TEST(DeadLink, isNotReadAnyFurtherThanItLeads) {
                 HasSubstr("/Dest (a)"));
 }
 
+TEST(View, isSaidByNamesAndNumbers) {
+    const Bench bench;
+    const std::string all =
+        mergedLink(bench, "/Dest [3 0 R /XYZ -1 +2.5 " + std::string(33, '1') + "]") +
+        mergedLink(bench, "/Dest [3 0 R /XYZ (1) true << >>]");
+    EXPECT_THAT(all, HasSubstr("0 R /XYZ -1 +2.5 null ]"));
+    EXPECT_THAT(all, HasSubstr("0 R /XYZ null null null ]"));
+}
+
 // Each of three documents has a destination of that name.
 TEST(NamedDestination, isTheOneOfItsOwnDocument) {
     const Bench bench;
