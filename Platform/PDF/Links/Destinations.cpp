@@ -40,7 +40,9 @@ std::optional<Value> explicitDestination(Value value, ObjectReader& reader,
             continue;
         }
         if (!value.isName() && !isString(value)) return std::nullopt;
-        const auto found = names.find(value.isName() ? value.name() : stringBytes(value));
+        const auto found = value.isName()
+                               ? names.find(value.name(), NamedDestinations::List::dictionary)
+                               : names.find(stringBytes(value), NamedDestinations::List::tree);
         if (!found) return std::nullopt;
         value = *found;
     }

@@ -4,6 +4,7 @@
 #include "Platform/PDF/Links/NamedDestinations.h"
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 #include "Platform/PDF/PDFString.h"
@@ -11,11 +12,14 @@
 
 namespace quirebind {
 
-std::optional<Value> NamedDestinations::find(std::string_view name) {
+std::optional<Value> NamedDestinations::find(std::string_view name, List list) {
     if (!isRead_) read();
-    const auto nameOfEntry = [this](const Entry& entry) { return nameOf(entry); };
-    const auto found = std::ranges::lower_bound(entries_, name, {}, nameOfEntry);
-    if (found == entries_.end() || nameOf(*found) != name) return std::nullopt;
+    const auto key = [this](const Entry& entry) { return std::pair(nameOf(entry), entry.list); };
+    auto found = std::ranges::lower_bound(entries_, std::pair(name, list), {}, key);
+    const auto isFound = [&] { return found != entries_.end() && nameOf(*found) == name; };
+    if (!isFound())
+        found = std::ranges::lower_bound(entries_, std::pair(name, List::tree), {}, key);
+    if (!isFound()) return std::nullopt;
     return Value(std::string_view(texts_).substr(found->begin + found->nameSize, found->valueSize));
 }
 
@@ -25,20 +29,21 @@ void NamedDestinations::read() {
     attempt(reader_, [this] {
         const Value names = reader_.resolve(catalog_.find("Names"));
         visitTree(reader_, names.find("Dests"), "Names", [this](Value key, Value value) {
-            add(stringBytes(reader_.resolve(key)), value);
+            add(stringBytes(reader_.resolve(key)), value, List::tree);
             return true;
         });
         DictionaryReader old(reader_.resolve(catalog_.find("Dests")));
-        while (const auto entry = old.next()) add(entry->key.name(), entry->value);
+        while (const auto entry = old.next())
+            add(entry->key.name(), entry->value, List::dictionary);
     });
     std::ranges::sort(entries_, {}, [this](const Entry& entry) {
-        return std::pair(nameOf(entry), entry.begin);  // of equal names the first one first
+        return std::tuple(nameOf(entry), entry.list, entry.begin);  // of equals the first one first
     });
 }
 
-void NamedDestinations::add(std::string_view name, Value value) {
+void NamedDestinations::add(std::string_view name, Value value, List list) {
     entries_.push_back({texts_.size(), static_cast<std::uint32_t>(name.size()),
-                        static_cast<std::uint32_t>(value.text().size())});
+                        static_cast<std::uint32_t>(value.text().size()), list});
     texts_.append(name).append(value.text());
 }
 

@@ -25,26 +25,32 @@ class NamedDestinations {
     NamedDestinations(ObjectReader& reader, const Catalog& catalog)
         : reader_(reader), catalog_(catalog) {}
 
-    /// What stands under that name: a destination or a reference to one, valid as long as this.
-    /// Nothing where there is none. Of a name that is listed twice the first counts.
-    [[nodiscard]] std::optional<Value> find(std::string_view name);
+    /// Where destinations are listed: what is a string in a link stands in the tree, what is a name
+    /// in the dictionary. Files have them the other way round, too.
+    enum class List : std::uint8_t { tree, dictionary };
+
+    /// What stands under that name in `list` or, if nothing does, in the other one: a destination
+    /// or a reference to one, valid as long as this. Nothing where there is none. Of a name that is
+    /// listed twice the first counts.
+    [[nodiscard]] std::optional<Value> find(std::string_view name, List list);
 
  private:
     struct Entry {
         std::size_t begin = 0;  // of the name in texts_, which the value's text follows
         std::uint32_t nameSize = 0;
         std::uint32_t valueSize = 0;
+        List list = List::tree;
     };
 
     void read();
-    void add(std::string_view name, Value value);
+    void add(std::string_view name, Value value, List list);
     [[nodiscard]] std::string_view nameOf(const Entry& entry) const;
 
     ObjectReader& reader_;
     const Catalog& catalog_;
     bool isRead_ = false;
     std::string texts_;
-    std::vector<Entry> entries_;  // by name, once they are read
+    std::vector<Entry> entries_;  // by name and list, once they are read
 };
 
 }  // namespace quirebind
