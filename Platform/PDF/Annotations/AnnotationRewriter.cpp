@@ -42,7 +42,8 @@ void AnnotationRewriter::rewriteEntry(const DictionaryEntry& entry, EntryRewrite
         ByteBuffer destination;
         if (destinations_.append(entry.value, destination))
             entries.replace().append(destination.text());
-    } else if (key.isName("A") || key.isName("PA")) {
+    } else if (key.isName("A") || key.isName("PA") || key.isName("Lock")) {
+        // What a signature locks is named as in actions (table 236).
         copier_.copyAs(Role::action, entry.value, text, out);
     } else if (key.isName("AA")) {
         copier_.copyAs(Role::additionalActions, entry.value, text, out);

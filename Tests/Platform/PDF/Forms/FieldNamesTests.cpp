@@ -175,6 +175,24 @@ TEST(FieldNames, inActionsFollowTheFields) {
                 HasSubstr("/Fields [ (none) (group_2.sub) ]"));
 }
 
+TEST(FieldNames, inWhatASignatureLocksFollowTheFields) {
+    const std::string lock = "<< /Type /SigFieldLock /Action /Include /Fields [(name)] >>";
+    for (const std::string& way : {lock, std::string("9 0 R")}) {
+        const std::string source = formDocument(
+            "<< /Fields [6 0 R 7 0 R] >>", "[6 0 R 7 0 R]",
+            textField(6, "name", "x") +
+                object(7,
+                       "<< /Type /Annot /Subtype /Widget /Rect [0 0 9 9] /FT /Sig /T (s) /Lock " +
+                           way + " >>") +
+                object(9, lock));
+        const Bench bench;
+        const std::string file = bench.fixture("a.pdf", source);
+        const std::string all = everyObject(bench.merge({file, file}));
+        EXPECT_EQ(countOf("/Fields [ (name) ]", all), 1U) << way;
+        EXPECT_EQ(countOf("/Fields [ (name_2) ]", all), 1U) << way;
+    }
+}
+
 TEST(FieldNames, inActionsFollowTheFieldsThroughReferences) {
     const std::string all = actionOfTheSecondCopy(
         "9 0 R", object(9, "<< /S /ResetForm /Fields 10 0 R >>") + object(10, "[11 0 R (name)]") +
