@@ -49,6 +49,9 @@ inline constexpr std::size_t kViewElement = 32;
 inline constexpr std::uint64_t kDestinations = std::uint64_t{64} << 20U;
 inline constexpr std::uint64_t kDestinationsPerByte = 16;
 
+/// The longest base of a document's web addresses: what counts from it is written out in full.
+inline constexpr std::size_t kBaseAddress = 256;
+
 /// Links on a page that are shown as such. Maps and parts lists have thousands.
 inline constexpr std::size_t kShownLinks = 100'000;
 

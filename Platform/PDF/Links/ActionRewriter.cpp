@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "Platform/PDF/Limits.h"
+#include "Platform/PDF/Links/WebAddress.h"
 #include "Platform/PDF/PDFString.h"
 #include "Platform/PDF/ReferenceText.h"
 #include "Platform/PDF/Structure/ContentItems.h"
@@ -34,6 +35,7 @@ void ActionRewriter::rewriteAction(Value action, MappedText& text, ByteBuffer& o
     const bool goesTo = kind.isName("GoTo");
     const bool goesToThread = kind.isName("Thread") && action.find("F").isNull();
     const bool hides = kind.isName("Hide");
+    const bool opensAddress = kind.isName("URI");
     EntryRewriter entries(action, text, out);
     while (const auto* const entry = entries.next()) {
         if (entry->key.isName("Next")) {
@@ -44,6 +46,8 @@ void ActionRewriter::rewriteAction(Value action, MappedText& text, ByteBuffer& o
                 entries.replace().append(destination.text());
         } else if (goesToThread && entry->key.isName("D")) {
             if (!entry->value.reference()) appendThread(entry->value, entries.replace());
+        } else if (opensAddress && entry->key.isName("URI")) {
+            rewriteAddress(entry->value, entries);
         } else if (goesTo && entry->key.isName("SD")) {
             rewriteStructureDestination(entry->value, entries);
         } else if (entry->key.isName("Fields") || (hides && entry->key.isName("T"))) {
@@ -76,6 +80,22 @@ void ActionRewriter::appendThread(Value thread, ByteBuffer& out) {
         return;
     }
     out.append("null");
+}
+
+/// The catalog may say what addresses count from (12.6.4.8); the output's catalog cannot, for all.
+void ActionRewriter::rewriteAddress(Value address, EntryRewriter& entries) {
+    ObjectReader& reader = copier_.reader();
+    if (!base_) {
+        const Value base =
+            reader.resolveIfSound(reader.resolveIfSound(catalog_.find("URI")).find("Base"));
+        base_ = base.text().size() > limits::kBaseAddress ? std::string() : stringBytes(base);
+    }
+    if (base_->empty()) return;
+    const Value resolved = reader.resolveIfSound(address);
+    if (!isString(resolved)) return;
+    const std::string reference = stringBytes(resolved);
+    const std::string all = resolvedAddress(*base_, reference);
+    if (all != reference) appendLiteralString(all, entries.replace());
 }
 
 /// An array of a structure element and a view (12.3.2.3). Readers that do not know it use /D.

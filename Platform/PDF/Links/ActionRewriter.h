@@ -3,6 +3,9 @@
 
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include "Platform/PDF/Catalog.h"
 #include "Platform/PDF/Links/Destinations.h"
 #include "Platform/PDF/ObjectCopier.h"
@@ -11,7 +14,8 @@
 namespace quirebind {
 
 /// Writes actions (ISO 32000-2, 12.6): one that goes to a destination in its own document goes to
-/// the copy of that page, or of that article; what follows an action follows its copy.
+/// the copy of that page, or of that article; what follows an action follows its copy. A web
+/// address that counts from the document's own base says all itself.
 class ActionRewriter : public ObjectRewriter {
  public:
     ActionRewriter(ObjectCopier& copier, Destinations& destinations, const Catalog& catalog)
@@ -23,12 +27,14 @@ class ActionRewriter : public ObjectRewriter {
  private:
     void rewriteAction(Value action, MappedText& text, ByteBuffer& out);
     void appendThread(Value thread, ByteBuffer& out);
+    void rewriteAddress(Value address, EntryRewriter& entries);
     void rewriteStructureDestination(Value destination, EntryRewriter& entries);
 
     ObjectCopier& copier_;
     Destinations& destinations_;
     const Catalog& catalog_;
-    int depth_ = 0;  // of the direct actions that stand in one another
+    std::optional<std::string> base_;  // of web addresses, once it is known
+    int depth_ = 0;                    // of the direct actions that stand in one another
 };
 
 /// Writes dictionaries of actions by what triggers them (12.6.3).

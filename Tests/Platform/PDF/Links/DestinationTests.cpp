@@ -278,6 +278,18 @@ TEST(Action, thatLeadsElsewhereStaysWhatItIs) {
     EXPECT_THAT(mergedLink(bench, "/A " + web), HasSubstr("/A " + web));
 }
 
+TEST(Action, thatLeadsToTheWebSaysTheWholeAddress) {
+    const Bench bench;
+    const std::string base = "/URI << /Base (http://example.org/dir/) >>";
+    EXPECT_THAT(mergedLink(bench, "/A << /S /URI /URI (page.html#a) >>", base),
+                HasSubstr("/URI (http://example.org/dir/page.html#a)"));
+    EXPECT_THAT(mergedLink(bench, "/A << /S /URI /URI 22 0 R >>", "/URI 21 0 R",
+                           object(21, "<< /Base (http://a/) >>") + object(22, "(b)")),
+                HasSubstr("/URI (http://a/b)"));
+    const std::string whole = "<< /S /URI /URI (https://example.org/#a) >>";
+    EXPECT_THAT(mergedLink(bench, "/A " + whole, base), HasSubstr("/A " + whole));
+}
+
 TEST(Action, maybeNestedDeeply) {
     const Bench bench;
     constexpr int kDepth = 300;
