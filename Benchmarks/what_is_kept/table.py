@@ -82,12 +82,19 @@ def _notes(sections: Sections) -> str:
     return "\n".join(lines)
 
 
+_OF_WHOLE_DOCUMENTS = (
+    "Nor what a document says of itself as a whole, which the table does not ask about: what happens "
+    "when it is opened or closed, scripts that belong to no page or field, how its window should "
+    "look, its title, author and other metadata, and that it is a portfolio.")
+
+
 def _shortcomings(sections: Sections) -> str:
     """What the first tool does not keep, however little."""
     lines = [_item(f"{row.name}: {missing(outcomes[0])}." if said(outcomes[0]) == PARTLY
                    else f"{row.name}.")
              for _, rows in sections for row, outcomes in rows if said(outcomes[0]) != KEPT]
-    return "\n".join(["## What Quirebind does not keep", ""] + (lines or ["Nothing of the above."]))
+    return "\n".join(["## What Quirebind does not keep", ""] + (lines or ["Nothing of the above."]) +
+                     ["", _fill(_OF_WHOLE_DOCUMENTS)])
 
 
 def _fill(paragraph: str) -> str:
