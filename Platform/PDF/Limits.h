@@ -45,7 +45,7 @@ inline constexpr std::size_t kViewElement = 32;
 
 /// Bytes of the destinations of one source's links, as they are read and as they are written, and
 /// counting what a name or an object stands for each time: a fixed part and a multiple of the
-/// file's size.
+/// file's size. So many again of web addresses that are written in full.
 inline constexpr std::uint64_t kDestinations = std::uint64_t{64} << 20U;
 inline constexpr std::uint64_t kDestinationsPerByte = 16;
 

@@ -95,7 +95,9 @@ void ActionRewriter::rewriteAddress(Value address, EntryRewriter& entries) {
     if (!isString(resolved)) return;
     const std::string reference = stringBytes(resolved);
     const std::string all = resolvedAddress(*base_, reference);
-    if (all != reference) appendLiteralString(all, entries.replace());
+    if (all == reference) return;
+    room_.spend(all.size());
+    appendLiteralString(all, entries.replace());
 }
 
 /// An array of a structure element and a view (12.3.2.3). Readers that do not know it use /D.

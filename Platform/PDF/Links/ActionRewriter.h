@@ -7,9 +7,11 @@
 #include <string>
 
 #include "Platform/PDF/Catalog.h"
+#include "Platform/PDF/Limits.h"
 #include "Platform/PDF/Links/Destinations.h"
 #include "Platform/PDF/ObjectCopier.h"
 #include "Platform/PDF/ObjectRewriter.h"
+#include "Platform/PDF/WorkBudget.h"
 
 namespace quirebind {
 
@@ -19,7 +21,11 @@ namespace quirebind {
 class ActionRewriter : public ObjectRewriter {
  public:
     ActionRewriter(ObjectCopier& copier, Destinations& destinations, const Catalog& catalog)
-        : copier_(copier), destinations_(destinations), catalog_(catalog) {}
+        : copier_(copier),
+          destinations_(destinations),
+          catalog_(catalog),
+          room_(limits::kDestinations +
+                limits::kDestinationsPerByte * copier.reader().image().size()) {}
 
     /// An action or an array of them.
     void rewrite(Value value, MappedText& text, ByteBuffer& out) override;
@@ -34,6 +40,7 @@ class ActionRewriter : public ObjectRewriter {
     Destinations& destinations_;
     const Catalog& catalog_;
     std::optional<std::string> base_;  // of web addresses, once it is known
+    WorkBudget room_;                  // for web addresses as they are written
     int depth_ = 0;                    // of the direct actions that stand in one another
 };
 

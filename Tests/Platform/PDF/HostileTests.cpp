@@ -296,22 +296,27 @@ TEST_F(Hostile, thousandsOfReferencesToALargeObjectListedWrongly) {
         "{{object 70 3}} (" + std::string(300000, 'x') + ") endobj\n" + "{{entry 70 1 @70 0}}\n"));
 }
 
-/// The page 20,000 times, with links to a destination that is long.
-std::string linksToALongDestination(const std::string& link, const std::string& destination) {
+/// The page 8,000 times, which is not too much syntax to read, with a hundred links that have that
+/// entry.
+std::string withManyLinks(const std::string& entry, const std::string& catalog) {
     std::string links;
     for (int i = 0; i < 100; ++i)
-        links += "<< /Type /Annot /Subtype /Link /Rect [0 0 9 9] /Dest " + link + " >>";
+        links += "<< /Type /Annot /Subtype /Link /Rect [0 0 9 9] " + entry + " >>";
     std::string pages;
-    for (int i = 0; i < 20'000; ++i) pages += "3 0 R ";
-    std::string text = withEntry("/Annots [" + links + "]", object(20, destination));
-    text = replaced(text, "[3 0 R] /Count 1", "[" + pages + "] /Count 20000");
-    return replaced(text, "/Type /Catalog", "/Type /Catalog /Dests << /a " + destination + " >>");
+    for (int i = 0; i < 8000; ++i) pages += "3 0 R ";
+    std::string text = withEntry("/Annots [" + links + "]");
+    text = replaced(text, "[3 0 R] /Count 1", "[" + pages + "] /Count 8000");
+    return replaced(text, "/Type /Catalog", "/Type /Catalog " + catalog);
 }
 
 TEST_F(Hostile, destinationThatManyLinksUse) {
     const std::string text = "[3 0 R /XYZ (" + std::string(2000, 'x') + ")]";
-    expectRefusal(linksToALongDestination("/a", text));
-    expectRefusal(linksToALongDestination("20 0 R", text));
+    expectRefusal(withManyLinks("/Dest /a", "/Dests << /a " + text + " >>"));
+}
+
+TEST_F(Hostile, baseOfTheAddressesOfManyLinks) {
+    const std::string base = "http://" + std::string(200, 'x') + "/";
+    expectRefusal(withManyLinks("/A << /S /URI /URI (a) >>", "/URI << /Base (" + base + ") >>"));
 }
 
 TEST_F(Hostile, sparseFile) {
