@@ -25,6 +25,7 @@ ImportSession::ImportSession(SourceDocument& source, OutputParts& output)
       annotations_(copier_, destinations_, copies_),
       actions_(copier_, destinations_, source.catalog()),
       additionalActions_(copier_),
+      navigationNodes_(copier_),
       fields_(copier_, formChanges_),
       fieldNames_(copier_, formChanges_.names),
       scripts_(copier_.reader(), formChanges_.names),
@@ -33,6 +34,7 @@ ImportSession::ImportSession(SourceDocument& source, OutputParts& output)
     copier_.setRewriter(Role::annotation, annotations_);
     copier_.setRewriter(Role::action, actions_);
     copier_.setRewriter(Role::additionalActions, additionalActions_);
+    copier_.setRewriter(Role::navigationNode, navigationNodes_);
     copier_.setRewriter(Role::fieldNames, fieldNames_);
     copier_.setRewriter(Role::script, scripts_);
 

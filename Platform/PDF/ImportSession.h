@@ -18,6 +18,7 @@
 #include "Platform/PDF/Links/ActionRewriter.h"
 #include "Platform/PDF/Links/Destinations.h"
 #include "Platform/PDF/Links/NamedDestinations.h"
+#include "Platform/PDF/Links/NavigationNodeRewriter.h"
 #include "Platform/PDF/Links/PageCopies.h"
 #include "Platform/PDF/ObjectCopier.h"
 #include "Platform/PDF/OutputParts.h"
@@ -70,6 +71,7 @@ class ImportSession : public SourceObserver {
     AnnotationRewriter annotations_;
     ActionRewriter actions_;
     AdditionalActionsRewriter additionalActions_;
+    NavigationNodeRewriter navigationNodes_;
     FormChanges formChanges_;
     FieldRewriter fields_;
     FieldNamesRewriter fieldNames_;

@@ -13,8 +13,8 @@ namespace {
 
 /// In the order of PageKey.
 constexpr std::array<std::string_view, static_cast<std::size_t>(PageKey::other)> kNames{
-    "Resources", "MediaBox", "CropBox", "Rotate", "Type",          "Kids",
-    "Count",     "Parent",   "Annots",  "AA",     "StructParents", "StructParent"};
+    "Resources", "MediaBox", "CropBox", "Rotate",    "Type",          "Kids",        "Count",
+    "Parent",    "Annots",   "AA",      "PresSteps", "StructParents", "StructParent"};
 
 constexpr bool beginsWithInheritables() {
     for (std::size_t i = 0; i < kInheritableAttributes.size(); ++i)

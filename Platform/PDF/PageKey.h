@@ -24,6 +24,7 @@ enum class PageKey : std::uint8_t {
     parent,
     annotations,
     additionalActions,
+    presentationSteps,
     structParents,
     structParent,
     other,

@@ -117,6 +117,8 @@ void PageRewriter::appendOwnEntries(Value page, OwnEntries own, const Attributes
             copier_.copyAs(Role::annotation, entry.value, text, out);
         else if (key == PageKey::additionalActions)
             copier_.copyAs(Role::additionalActions, entry.value, text, out);
+        else if (key == PageKey::presentationSteps)
+            copier_.copyAs(Role::navigationNode, entry.value, text, out);
         else
             copier_.rewriteCommonEntry(entry, entries);
     }

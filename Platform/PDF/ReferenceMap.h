@@ -24,13 +24,14 @@ enum class Role : std::uint8_t {
     annotation,           ///< An annotation, a form field, or an array of them.
     action,               ///< An action, or an array of them.
     additionalActions,    ///< A dictionary of actions by what triggers them.
+    navigationNode,       ///< A step in the presentation of a page.
     fieldNames,           ///< A form field or the name of one, or an array of these.
     script,               ///< A script, a string or a stream.
     layer,                ///< An optional content group.
     structureElement,     ///< A structure element, or something else that is below one.
     structureAttributes,  ///< Attributes of structure elements, or an array of them.
 };
-inline constexpr std::size_t kRoles = 9;
+inline constexpr std::size_t kRoles = 10;
 
 /// For the objects of one source, the numbers of their copies; and the queue of those that have a
 /// number but no copy yet. One flat entry for each object number of the source.

@@ -178,7 +178,19 @@ INSTANTIATE_TEST_SUITE_P(
                        object(22, "<< " + kGoTo + "/D " + kView + " >>")},
         Way{.name = "ofAPage",
             .link = "",
-            .page = "/AA << /O << " + kGoTo + "/D " + kView + " >> >>"}),
+            .page = "/AA << /O << " + kGoTo + "/D " + kView + " >> >>"},
+        Way{.name = "ofAStepOfAPage",
+            .link = "",
+            .catalog = kNames,
+            .objects = namesOf("(a) " + kView),
+            .page = "/PresSteps << /NA << " + kGoTo + "/D (a) >> >>"},
+        Way{.name = "ofALaterStep",
+            .link = "/A 23 0 R",
+            .catalog = kNames,
+            .objects = namesOf("(a) " + kView) + object(21, "<< /Next 22 0 R >>") +
+                       object(22, "<< /Prev 21 0 R /PA 23 0 R >>") +
+                       object(23, "<< " + kGoTo + "/D (a) >>"),
+            .page = "/PresSteps 21 0 R /Annots [20 0 R]"}),
     nameOf);
 
 INSTANTIATE_TEST_SUITE_P(OfALink, DestinationIn,
