@@ -65,12 +65,15 @@ class OrderWalk {
                 keep(referenceText(*copy) + " ");
                 return;
             }
-            if (const Value array = reader_.resolve(element); array.isArray()) {
+            const Value value = reader_.resolve(element);
+            if (value.isArray()) {
                 // An array that is listed again would list its groups again.
-                if (visited_.insert(group->number).second) nest(array);
-                return;
+                if (visited_.insert(group->number).second) nest(value);
+            } else if (isString(value)) {
+                level.label = value.text();
+            } else {
+                level.left = *group;
             }
-            level.left = *group;
         } else if (element.isArray()) {
             nest(element);
         } else if (isString(element)) {
@@ -84,8 +87,10 @@ class OrderWalk {
 
     void keep(const std::string& text) {
         Level& level = levels_.back();
+        // What is deep inside is moved from level to level, and a label may be an object that many
+        // refer to.
+        room_.spend(text.size() + level.label.size());
         level.kept += std::exchange(level.label, {});
-        room_.spend(text.size());  // what is deep inside is moved from level to level
         level.kept += text;
     }
 

@@ -154,6 +154,13 @@ TEST(Layers, areListedInTheirOrder) {
     EXPECT_THAT(withNames(propertiesOf(merged), merged), HasSubstr("/OCGs [ 2 1 3 4 unused ]"));
 }
 
+TEST(Layers, areListedBelowHeadingsOfOtherObjects) {
+    const Bench bench;
+    const std::string merged = bench.mergeFixture(layeredPage(
+        "<< /Order [[28 0 R 21 0 R] 22 0 R] >>", "", "{{object 28 0}}\n(heading)\nendobj\n"));
+    EXPECT_THAT(withNames(propertiesOf(merged), merged), HasSubstr("/Order [ [ (heading) 1 ] 2 ]"));
+}
+
 TEST(Layers, keepWhatUsersMayDoWithThem) {
     const Bench bench;
     const std::string merged = bench.mergeFixture(layeredPage(
