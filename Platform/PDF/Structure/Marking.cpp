@@ -3,9 +3,23 @@
 
 #include "Platform/PDF/Structure/Marking.h"
 
+#include <algorithm>
+#include <string_view>
+
 #include "Platform/PDF/PDFString.h"
+#include "Platform/PDF/TextString.h"
 
 namespace quirebind {
+
+namespace {
+
+/// Language tags are the same in upper and lower case (RFC 5646, 2.1.1).
+bool isSameLanguage(std::string_view one, std::string_view other) {
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
+    return std::ranges::equal(textOf(one), textOf(other), {}, lower, lower);
+}
+
+}  // namespace
 
 Marking readMarking(const Catalog& catalog, ObjectReader& reader) {
     const Value info = reader.resolveIfSound(catalog.find("MarkInfo"));
@@ -27,7 +41,7 @@ void MarkingWriter::add(const Marking& marking) {
     joined_.isMarked = joined_.isMarked && marking.isMarked;
     joined_.hasUserProperties = joined_.hasUserProperties || marking.hasUserProperties;
     joined_.isSuspect = joined_.isSuspect || marking.isSuspect;
-    if (joined_.language != marking.language) joined_.language.clear();
+    if (!isSameLanguage(joined_.language, marking.language)) joined_.language.clear();
 }
 
 void MarkingWriter::append(ByteBuffer& out) const {

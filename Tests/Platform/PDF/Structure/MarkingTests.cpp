@@ -57,6 +57,8 @@ TEST(Marking, tellsOfUserPropertiesAndSuspectsOfAnySource) {
 TEST(Marking, languageOfAllIsTheCatalogs) {
     const Bench bench;
     EXPECT_THAT(joinedCatalog(bench, {"/Lang (en)", "/Lang <656e>"}), HasSubstr("/Lang (en)"));
+    EXPECT_THAT(joinedCatalog(bench, {"/Lang (en-US)", "/Lang <FEFF0045004E002D00750073>"}),
+                HasSubstr("/Lang (en-US)"));
     EXPECT_THAT(joinedCatalog(bench, {"/Lang (en)", "/Lang (de)"}), Not(HasSubstr("/Lang")));
     EXPECT_THAT(joinedCatalog(bench, {"/Lang (en)", ""}), Not(HasSubstr("/Lang")));
 }
