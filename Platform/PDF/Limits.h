@@ -79,8 +79,9 @@ inline constexpr int kNestedFields = 64;
 /// How far up the parents of a field are asked for what it inherits.
 inline constexpr int kFieldParents = 32;
 
-/// The longest default appearance of a form that its fields get when it can no longer be said for
-/// all of them together. Real ones have some 20 bytes.
+/// The longest default appearance of a form that is written out in each of its fields when it can
+/// no longer be said for all of them together: they share a longer one. Real ones have some 20
+/// bytes.
 inline constexpr std::size_t kDefaultAppearance = 256;
 
 /// Work, in bytes looked at, for telling whether a default resource of a form is the same as

@@ -26,7 +26,7 @@ void AnnotationRewriter::rewriteAnnotation(Value annotation, MappedText& text, B
     if (fields_ == nullptr) {
         while (const auto* const entry = entries.next()) rewriteEntry(*entry, entries, text, out);
     } else {
-        const FormChanges::Field change = fields_->changesOf(text.objectOf(annotation));
+        const FormChanges::Field change = fields_->changesOf(text.objectOf(annotation), annotation);
         fields_->begin(change, annotation, text, out);
         while (const auto* const entry = entries.next())
             if (!fields_->rewriteEntry(change, annotation, *entry, entries))

@@ -10,24 +10,20 @@
 
 namespace quirebind {
 
-FormChanges::Field FieldRewriter::changesOf(std::uint32_t number) const {
+FormChanges::Field FieldRewriter::changesOf(std::uint32_t number, Value annotation) {
     const auto found = changes_.fields.find(number);
-    return found == changes_.fields.end() ? FormChanges::Field() : found->second;
+    if (found != changes_.fields.end()) return found->second;
+    FormChanges::Field change;
+    change.taken = changes_.defaults.takenByStray(annotation, reader_);
+    return change;
 }
 
 void FieldRewriter::begin(const FormChanges::Field& change, Value field, MappedText& text,
                           ByteBuffer& out) {
-    if (!change.takesAppearance && !change.takesQuadding) return;
+    if (!change.taken.appearance && !change.taken.quadding) return;
     constexpr std::string_view kBracket = "<<";
     text.copyTo(text.beginOf(field) + kBracket.size(), Role::plain, out);
-    if (change.takesAppearance) {
-        out.append("/DA");
-        out.append(changes_.appearance);
-    }
-    if (change.takesQuadding) {
-        out.append("/Q ");
-        out.append(changes_.quadding);
-    }
+    changes_.defaults.append(change.taken, out);
 }
 
 bool FieldRewriter::rewriteEntry(const FormChanges::Field& change, Value field,
@@ -43,8 +39,8 @@ bool FieldRewriter::rewriteEntry(const FormChanges::Field& change, Value field,
         return true;
     }
     // An entry that means null stands in the way of the one that takes its place.
-    const bool isReplaced = (key.isName("DA") && change.takesAppearance) ||
-                            (key.isName("Q") && change.takesQuadding) ||
+    const bool isReplaced = (key.isName("DA") && change.taken.appearance) ||
+                            (key.isName("Q") && change.taken.quadding) ||
                             (key.isName("V") && holdsSignature(field));
     if (isReplaced) {
         entries.drop();

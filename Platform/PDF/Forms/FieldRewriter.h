@@ -21,8 +21,8 @@ class FieldRewriter {
     FieldRewriter(ObjectCopier& copier, const FormChanges& changes)
         : copier_(copier), reader_(copier.reader()), changes_(changes) {}
 
-    /// What changes in the field that is object `number`.
-    [[nodiscard]] FormChanges::Field changesOf(std::uint32_t number) const;
+    /// What changes in `annotation`, which is object `number`, or 0 where it is none of its own.
+    [[nodiscard]] FormChanges::Field changesOf(std::uint32_t number, Value annotation);
 
     /// Appends the beginning of `field` up to its first entry, with the entries that it gets.
     void begin(const FormChanges::Field& change, Value field, MappedText& text, ByteBuffer& out);

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "Platform/PDF/Forms/FieldNames.h"
+#include "Platform/PDF/Forms/FormDefaults.h"
 #include "Platform/PDF/Forms/FormResources.h"
 
 namespace quirebind {
@@ -17,17 +18,15 @@ namespace quirebind {
 struct FormChanges {
     /// What changes in one field.
     struct Field {
-        bool isRenamed = false;        ///< Its partial name is the root's, and has a new one.
-        bool takesAppearance = false;  ///< It gets the form's default appearance,
-        bool takesQuadding = false;    ///< and the form's quadding.
-        std::string kids;              ///< What its /Kids are; empty where they stay.
+        bool isRenamed = false;     ///< Its partial name is the root's, and has a new one.
+        FormDefaults::Taken taken;  ///< The defaults that it gets.
+        std::string kids;           ///< What its /Kids are; empty where they stay.
     };
 
     std::map<std::uint32_t, Field> fields;  ///< By object number; the others stay as they are.
     FieldRenames names;
     ResourceRenames resources;
-    std::string appearance;  ///< The form's /DA, a literal string; empty where there is none.
-    std::string quadding;    ///< The form's /Q, likewise.
+    FormDefaults defaults;
 };
 
 }  // namespace quirebind

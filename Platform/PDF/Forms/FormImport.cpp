@@ -8,6 +8,7 @@
 
 #include "Platform/PDF/Limits.h"
 #include "Platform/PDF/PDFString.h"
+#include "Platform/PDF/ReferenceText.h"
 
 namespace quirebind {
 
@@ -69,20 +70,22 @@ void FormImport::readCategory(const std::string& category, Value resources,
     }
 }
 
-/// The form's own /DA and /Q are for the fields that have none, which is the same for them as if
-/// their roots had these (table 224).
 void FormImport::readDefaults() {
     ObjectReader& reader = copier_.reader();
+    const auto number = reader.resolve(entry("Q")).integer();
+    if (number == 1 || number == 2) changes_.defaults.setQuadding(std::to_string(*number));
     const Value appearance = reader.resolve(entry("DA"));
-    if (isString(appearance)) {
-        const std::string bytes = stringBytes(appearance);
-        const std::string renamed = renameResources(bytes, changes_.resources).value_or(bytes);
-        if (!renamed.empty() && renamed.size() <= limits::kDefaultAppearance)
-            appendLiteralString(renamed, changes_.appearance);
+    if (!isString(appearance)) return;
+    const std::string bytes = stringBytes(appearance);
+    const std::string renamed = renameResources(bytes, changes_.resources).value_or(bytes);
+    if (renamed.empty()) return;
+    std::string text;
+    appendLiteralString(renamed, text);
+    if (text.size() > limits::kDefaultAppearance) {
+        longAppearance_ = {.number = copier_.writer().reserve(), .text = std::move(text)};
+        text = " " + referenceText(longAppearance_.number);
     }
-    const Value quadding = reader.resolve(entry("Q"));
-    const auto number = quadding.integer();
-    if (number == 1 || number == 2) changes_.quadding = std::to_string(*number);
+    changes_.defaults.setAppearance(std::move(text));
 }
 
 void FormImport::readRoots() {
@@ -100,20 +103,8 @@ void FormImport::readRoots() {
 }
 
 void FormImport::takeDefaults(std::uint32_t number, Value field) {
-    bool takesAppearance = !changes_.appearance.empty();
-    bool takesQuadding = !changes_.quadding.empty();
-    if (!takesAppearance && !takesQuadding) return;
-    ObjectReader& reader = copier_.reader();
-    DictionaryReader entries(field);
-    while (const auto entry = entries.next()) {
-        if (entry->key.isName("FT") && reader.resolve(entry->value).isName("Sig")) return;
-        if (entry->key.isName("DA") && !reader.isAbsent(entry->value)) takesAppearance = false;
-        if (entry->key.isName("Q") && !reader.isAbsent(entry->value)) takesQuadding = false;
-    }
-    if (!takesAppearance && !takesQuadding) return;
-    FormChanges::Field& change = changes_.fields[number];
-    change.takesAppearance = takesAppearance;
-    change.takesQuadding = takesQuadding;
+    const FormDefaults::Taken taken = changes_.defaults.takenByRoot(field, copier_.reader());
+    if (taken.appearance || taken.quadding) changes_.fields[number].taken = taken;
 }
 
 void FormImport::finish() {
@@ -128,6 +119,7 @@ void FormImport::finish() {
     });
     for (const Resource& resource : resources_)
         attempt(copier_.reader(), [&] { addResource(resource); });
+    if (longAppearance_.number != 0) writeObject(longAppearance_.number, longAppearance_.text);
     writer_.add(fields);
 }
 
@@ -143,11 +135,15 @@ void FormImport::addRoot(const FieldTree::Root& root, FormFields& fields) {
     (void)scanValue(root.text, 0, &parts);  // its extent is known already
     MappedText mapped(root.text, parts, copier_.map(), root.number);
     copier_.copyAs(Role::annotation, Value(root.text), mapped, text);
-    DocumentWriter& writer = copier_.writer();
-    const std::uint32_t number = writer.reserve();
-    writer.beginObject(number, writer.packs()).append(text.text());
-    writer.endObject();
+    const std::uint32_t number = copier_.writer().reserve();
+    writeObject(number, text.text());
     fields.roots.push_back(number);
+}
+
+void FormImport::writeObject(std::uint32_t number, std::string_view text) {
+    DocumentWriter& writer = copier_.writer();
+    writer.beginObject(number, writer.packs()).append(text);
+    writer.endObject();
 }
 
 /// What is calculated and no field any more is left out.

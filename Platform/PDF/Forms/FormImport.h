@@ -51,6 +51,12 @@ class FormImport : public DocumentPart {
         std::string value;
     };
 
+    /// An object of the output; none where the number is 0.
+    struct Object {
+        std::uint32_t number = 0;
+        std::string text;
+    };
+
     void readResources();
     void readCategory(const std::string& category, Value resources, ResourceDigests& digests,
                       WorkBudget& room);
@@ -59,6 +65,7 @@ class FormImport : public DocumentPart {
     void takeDefaults(std::uint32_t number, Value field);
 
     void addRoot(const FieldTree::Root& root, FormFields& fields);
+    void writeObject(std::uint32_t number, std::string_view text);
     void addCalculationOrder(FormFields& fields);
     void addResource(const Resource& resource);
 
@@ -69,6 +76,7 @@ class FormImport : public DocumentPart {
     FormWriter& writer_;
     FormChanges& changes_;
     std::string form_;
+    Object longAppearance_;  // the form's /DA, where that is long
     std::vector<FieldTree::Root> roots_;
     std::vector<Name> names_;
     std::vector<Resource> resources_;

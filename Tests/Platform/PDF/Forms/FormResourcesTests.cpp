@@ -3,6 +3,7 @@
 
 // What fields use by name: fonts above all, and the defaults of a form.
 
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -160,6 +161,37 @@ TEST(FormDefaults, becomeThoseOfTheFieldsThatHaveNone) {
                             AllOf(HasSubstr("/DA (/Own 7 Tf)"), HasSubstr("/Q 0")),
                             AllOf(HasSubstr("/DA (/Helv 9 Tf)"), HasSubstr("/Q 1")),
                             AllOf(Not(HasSubstr("/DA")), Not(HasSubstr("/Q")))));
+}
+
+TEST(FormDefaults, becomeThoseOfFieldsThatTheFormDoesNotLeadTo) {
+    const Bench bench;
+    const std::string merged = bench.mergeFixture(formDocument(
+        "<< /Fields [6 0 R] /DA (/Helv 9 Tf) >>", "[6 0 R 7 0 R 9 0 R 10 0 R 11 0 R]",
+        textField(6, "a", "x") + textField(7, "stray", "x") +
+            object(8, "<< /T (tree) /Kids [9 0 R] >>") +
+            object(9, "<< /Subtype /Widget /Rect [0 0 9 9] /FT /Tx /Parent 8 0 R /V (y) >>") +
+            object(10, "<< /Subtype /Widget /Rect [0 0 9 9] /FT /Sig /T (signature) >>") +
+            object(11, "<< /Subtype /Link /Rect [0 0 9 9] /Contents (a link) >>")));
+    const auto textWith = [&](const std::string& part) { return objectTextWith(merged, part); };
+    EXPECT_THAT(textWith("(stray)"), HasSubstr("/DA (/Helv 9 Tf)"));
+    EXPECT_THAT(textWith("(tree)"), HasSubstr("/DA (/Helv 9 Tf)"));
+    for (const char* other : {"(y)", "(signature)", "(a link)"})
+        EXPECT_THAT(textWith(other), Not(HasSubstr("/DA"))) << other;
+}
+
+TEST(FormDefaults, areSharedWhereTheyAreLong) {
+    const std::string appearance = "0 g % " + std::string(300, 'x') + "\n/Helv 9 Tf";
+    const Bench bench;
+    const std::string merged = bench.mergeFixture(
+        formDocument("<< /Fields [6 0 R 7 0 R] /DA (" + appearance + ") >>", "[6 0 R 7 0 R]",
+                     textField(6, "a", "x") + textField(7, "b", "x")));
+    expectSound(merged, 1);
+    EXPECT_EQ(countOf("/Helv 9 Tf", everyObject(merged)), 1U);
+    for (const std::string& root : rootsOf(merged)) {
+        std::smatch match;
+        ASSERT_TRUE(std::regex_search(root, match, std::regex("/DA ([0-9]+) 0 R"))) << root;
+        EXPECT_THAT(test::objectText(merged, match.str(1)), HasSubstr("/Helv 9 Tf"));
+    }
 }
 
 TEST(FormDefaults, nameTheResourcesOfTheirOwnDocument) {

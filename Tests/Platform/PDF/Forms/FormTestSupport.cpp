@@ -5,6 +5,7 @@
 
 #include <ostream>
 #include <regex>
+#include <stdexcept>
 
 #include "Tests/Support/Oracle.h"
 
@@ -70,6 +71,14 @@ std::vector<std::string> rootsOf(const std::string& path) {
     for (const std::string& number : matches(fields.at(0), "([0-9]+) 0 R"))
         roots.push_back(test::objectText(path, number));
     return roots;
+}
+
+std::string objectTextWith(const std::string& path, std::string_view part) {
+    for (const std::string& number : objectsOf(path)) {
+        std::string text = test::objectText(path, number);
+        if (text.find(part) != std::string::npos) return text;
+    }
+    throw std::runtime_error("no object with " + std::string(part));
 }
 
 }  // namespace quirebind::pdftest

@@ -42,6 +42,9 @@ void PrintTo(const Field& field, std::ostream* out);  // NOLINT(readability-iden
 [[nodiscard]] std::string formOf(const std::string& path);
 
 /// The file's form dictionary with what it refers to: the root fields, one line each.
+/// The text of the first object that has this in it.
+[[nodiscard]] std::string objectTextWith(const std::string& path, std::string_view part);
+
 [[nodiscard]] std::vector<std::string> rootsOf(const std::string& path);
 
 }  // namespace quirebind::pdftest
