@@ -60,6 +60,7 @@ ImportSession::ImportSession(SourceDocument& source, OutputParts& output)
         parts_.push_back(
             std::make_unique<FormImport>(copier_, copies_, catalog, output.forms, formChanges_));
         annotations_.setFieldRewriter(fields_);
+        actions_.setForm(formChanges_);
     }
     output.outputIntents.add(source.reader(), catalog);
     addStructure(catalog, output);

@@ -27,6 +27,9 @@ struct FormChanges {
     FieldRenames names;
     ResourceRenames resources;
     FormDefaults defaults;
+    /// The object of the output that lists all root fields of the source; 0 while nothing refers to
+    /// it.
+    std::uint32_t rootList = 0;
 };
 
 }  // namespace quirebind

@@ -119,6 +119,7 @@ void FormImport::finish() {
     });
     for (const Resource& resource : resources_)
         attempt(copier_.reader(), [&] { addResource(resource); });
+    addRootList(fields);
     if (longAppearance_.number != 0) writeObject(longAppearance_.number, longAppearance_.text);
     writer_.add(fields);
 }
@@ -144,6 +145,15 @@ void FormImport::writeObject(std::uint32_t number, std::string_view text) {
     DocumentWriter& writer = copier_.writer();
     writer.beginObject(number, writer.packs()).append(text);
     writer.endObject();
+}
+
+void FormImport::addRootList(const FormFields& fields) {
+    if (changes_.rootList == 0) return;
+    ByteBuffer list;
+    list.append("[");
+    appendReferences(fields.roots, list);
+    list.append("]");
+    writeObject(changes_.rootList, list.text());
 }
 
 /// What is calculated and no field any more is left out.

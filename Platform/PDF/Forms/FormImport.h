@@ -66,6 +66,7 @@ class FormImport : public DocumentPart {
 
     void addRoot(const FieldTree::Root& root, FormFields& fields);
     void writeObject(std::uint32_t number, std::string_view text);
+    void addRootList(const FormFields& fields);
     void addCalculationOrder(FormFields& fields);
     void addResource(const Resource& resource);
 

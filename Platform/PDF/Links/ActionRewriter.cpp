@@ -30,27 +30,27 @@ void ActionRewriter::rewrite(Value value, MappedText& text, ByteBuffer& out) {
     --depth_;
 }
 
+ActionRewriter::Kind ActionRewriter::kindOf(Value action) {
+    ObjectReader& reader = copier_.reader();
+    const Value kind = reader.resolveIfSound(action.find("S"));
+    const bool isOnFields = kind.isName("ResetForm") || kind.isName("SubmitForm");
+    return {.goesTo = kind.isName("GoTo"),
+            .goesToThread = kind.isName("Thread") && action.find("F").isNull(),
+            .hides = kind.isName("Hide"),
+            .opensAddress = kind.isName("URI"),
+            .meansWholeForm = isOnFields && form_ != nullptr &&
+                              reader.resolveIfSound(action.find("Fields")).isNull()};
+}
+
 void ActionRewriter::rewriteAction(Value action, MappedText& text, ByteBuffer& out) {
-    const Value kind = copier_.reader().resolveIfSound(action.find("S"));
-    const bool goesTo = kind.isName("GoTo");
-    const bool goesToThread = kind.isName("Thread") && action.find("F").isNull();
-    const bool hides = kind.isName("Hide");
-    const bool opensAddress = kind.isName("URI");
+    const Kind kind = kindOf(action);
+    if (kind.meansWholeForm) appendRootList(action, text, out);
     EntryRewriter entries(action, text, out);
     while (const auto* const entry = entries.next()) {
+        if (rewriteByKind(kind, *entry, entries)) continue;
         if (entry->key.isName("Next")) {
             copier_.copyAs(Role::action, entry->value, text, out);
-        } else if (goesTo && entry->key.isName("D")) {
-            ByteBuffer destination;
-            if (destinations_.append(entry->value, destination))
-                entries.replace().append(destination.text());
-        } else if (goesToThread && entry->key.isName("D")) {
-            if (!entry->value.reference()) appendThread(entry->value, entries.replace());
-        } else if (opensAddress && entry->key.isName("URI")) {
-            rewriteAddress(entry->value, entries);
-        } else if (goesTo && entry->key.isName("SD")) {
-            rewriteStructureDestination(entry->value, entries);
-        } else if (entry->key.isName("Fields") || (hides && entry->key.isName("T"))) {
+        } else if (entry->key.isName("Fields") || (kind.hides && entry->key.isName("T"))) {
             copier_.copyAs(Role::fieldNames, entry->value, text, out);
         } else if (entry->key.isName("JS")) {
             copier_.copyAs(Role::script, entry->value, text, out);
@@ -58,6 +58,46 @@ void ActionRewriter::rewriteAction(Value action, MappedText& text, ByteBuffer& o
             entries.copyAs(Role::annotation);
         }
     }
+}
+
+bool ActionRewriter::rewriteByKind(const Kind& kind, const DictionaryEntry& entry,
+                                   EntryRewriter& entries) {
+    const Value key = entry.key;
+    if (kind.goesTo && key.isName("D")) {
+        ByteBuffer destination;
+        if (destinations_.append(entry.value, destination))
+            entries.replace().append(destination.text());
+    } else if (kind.goesTo && key.isName("SD")) {
+        rewriteStructureDestination(entry.value, entries);
+    } else if (kind.goesToThread && key.isName("D")) {
+        if (!entry.value.reference()) appendThread(entry.value, entries.replace());
+    } else if (kind.opensAddress && key.isName("URI")) {
+        rewriteAddress(entry.value, entries);
+    } else if (kind.meansWholeForm && key.isName("Fields")) {
+        entries.drop();
+    } else if (kind.meansWholeForm && key.isName("Flags")) {
+        rewriteFlags(entry.value, entries);
+    } else {
+        return false;
+    }
+    return true;
+}
+
+/// An action that names no fields is on all of the form's (12.7.6.2 and 12.7.6.3), which is now
+/// that of others, too.
+void ActionRewriter::appendRootList(Value action, MappedText& text, ByteBuffer& out) {
+    constexpr std::string_view kBracket = "<<";
+    if (form_->rootList == 0) form_->rootList = copier_.writer().reserve();
+    text.copyTo(text.beginOf(action) + kBracket.size(), Role::plain, out);
+    out.append("/Fields ");
+    appendReference(form_->rootList, out);
+}
+
+/// The lowest bit, which counts only where fields are named, would mean all but these.
+void ActionRewriter::rewriteFlags(Value flags, EntryRewriter& entries) {
+    const auto bits = copier_.reader().resolveIfSound(flags).integer();
+    if (bits && *bits > 0 && *bits % 2 == 1)
+        entries.replace().append(static_cast<std::uint64_t>(*bits - 1));
 }
 
 /// An article may also be told by its number in its document, or by its title (12.6.4.7). Appends a

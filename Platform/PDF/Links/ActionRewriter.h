@@ -7,6 +7,7 @@
 #include <string>
 
 #include "Platform/PDF/Catalog.h"
+#include "Platform/PDF/Forms/FormChanges.h"
 #include "Platform/PDF/Limits.h"
 #include "Platform/PDF/Links/Destinations.h"
 #include "Platform/PDF/ObjectCopier.h"
@@ -27,11 +28,28 @@ class ActionRewriter : public ObjectRewriter {
           room_(limits::kDestinations +
                 limits::kDestinationsPerByte * copier.reader().image().size()) {}
 
+    /// Lets actions on all fields be on those of this source only; `form` must outlive this.
+    void setForm(FormChanges& form) { form_ = &form; }
+
     /// An action or an array of them.
     void rewrite(Value value, MappedText& text, ByteBuffer& out) override;
 
  private:
+    /// A kind of action, as far as it matters.
+    struct Kind {
+        bool goesTo = false;
+        bool goesToThread = false;
+        bool hides = false;
+        bool opensAddress = false;
+        bool meansWholeForm = false;  ///< What it does to fields it does to all of them.
+    };
+
+    [[nodiscard]] Kind kindOf(Value action);
     void rewriteAction(Value action, MappedText& text, ByteBuffer& out);
+    [[nodiscard]] bool rewriteByKind(const Kind& kind, const DictionaryEntry& entry,
+                                     EntryRewriter& entries);
+    void appendRootList(Value action, MappedText& text, ByteBuffer& out);
+    void rewriteFlags(Value flags, EntryRewriter& entries);
     void appendThread(Value thread, ByteBuffer& out);
     void rewriteAddress(Value address, EntryRewriter& entries);
     void rewriteStructureDestination(Value destination, EntryRewriter& entries);
@@ -39,6 +57,7 @@ class ActionRewriter : public ObjectRewriter {
     ObjectCopier& copier_;
     Destinations& destinations_;
     const Catalog& catalog_;
+    FormChanges* form_ = nullptr;
     std::optional<std::string> base_;  // of web addresses, once it is known
     WorkBudget room_;                  // for web addresses as they are written
     int depth_ = 0;                    // of the direct actions that stand in one another

@@ -3,6 +3,7 @@
 
 // The forms of several documents are one form that works.
 
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -59,6 +60,29 @@ TEST(Form, leavesAloneWidgetsThatItDoesNotLeadTo) {
     expectSound(merged, 3);
     EXPECT_THAT(rootsOf(merged), SizeIs(1));
     EXPECT_THAT(everyObject(merged), AllOf(HasSubstr("(stray)"), Not(HasSubstr("name_2"))));
+}
+
+TEST(Form, isTheOnlyOneThatItsActionsAreOn) {
+    const std::string two = formDocument(
+        "<< /Fields [6 0 R 7 0 R] >>", "[6 0 R 7 0 R 8 0 R]",
+        textField(6, "first", "1") + textField(7, "second", "2") +
+            object(8,
+                   "<< /Subtype /Link /Rect [0 0 9 9] /A << /S /ResetForm /Flags 1 /Next "
+                   "<< /S /SubmitForm /F (mailto:x) /Flags 5 /Fields null >> >> >>"));
+    const Bench bench;
+    const std::string merged =
+        bench.merge({bench.fixture("a.pdf", oneField("other", "3")), bench.fixture("b.pdf", two)});
+    expectSound(merged, 2);
+    const std::string link = objectTextWith(merged, "/ResetForm");
+    std::smatch match;
+    ASSERT_TRUE(std::regex_search(link, match, std::regex("/Fields ([0-9]+) 0 R"))) << link;
+    EXPECT_EQ(countOf("/Fields " + match.str(1) + " 0 R", link), 2U) << link;
+    EXPECT_THAT(link, AllOf(HasSubstr("/Flags 0"), HasSubstr("/Flags 4"), Not(HasSubstr("null"))));
+    const std::string list = test::objectText(merged, match.str(1));
+    ASSERT_TRUE(std::regex_match(list, match, std::regex("\\[ ([0-9]+) 0 R ([0-9]+) 0 R \\]")))
+        << list;
+    EXPECT_THAT(test::objectText(merged, match.str(1)), HasSubstr("(first)"));
+    EXPECT_THAT(test::objectText(merged, match.str(2)), HasSubstr("(second)"));
 }
 
 TEST(Form, keepsWhatAFieldIs) {
