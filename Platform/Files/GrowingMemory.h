@@ -33,9 +33,10 @@ struct UnmapPages {
 /// A block of memory that grows without its bytes being copied again and again. Move-only.
 ///
 /// A small one is the allocator's, and is copied once when it becomes large. A large one is a
-/// mapping of its own, which gets its memory 256 KB at a time. Addresses for all that it may ever
-/// become are set aside at once; where there are not so many, its pages are moved when it grows.
-/// Where the system cannot do that the allocator has to do what it can.
+/// mapping of its own, which gets its memory 256 KB at a time, and a large page at a time once it
+/// has some megabytes and the system gives these soon. Addresses for all that it may ever become
+/// are set aside at once; where there are not so many, its pages are moved when it grows. Where the
+/// system cannot do that the allocator has to do what it can.
 ///
 /// Pages of a large one can be borrowed from a file, which takes neither memory nor time to copy:
 ///
@@ -54,6 +55,7 @@ class GrowingMemory {
           mapping_(std::move(other.mapping_)),
           data_(std::exchange(other.data_, nullptr)),
           size_(std::exchange(other.size_, 0)),
+          largePagesComeSoon_(other.largePagesComeSoon_),
           borrowed_(std::exchange(other.borrowed_, {})) {}
     /// Likewise; what was here before is given back.
     GrowingMemory& operator=(GrowingMemory&& other) noexcept {
@@ -61,6 +63,7 @@ class GrowingMemory {
         mapping_ = std::move(other.mapping_);
         data_ = std::exchange(other.data_, nullptr);
         size_ = std::exchange(other.size_, 0);
+        largePagesComeSoon_ = other.largePagesComeSoon_;
         borrowed_ = std::exchange(other.borrowed_, {});
         return *this;
     }
@@ -106,6 +109,8 @@ class GrowingMemory {
     [[nodiscard]] bool growMapping(std::size_t size);
     [[nodiscard]] bool moveMapping(std::size_t size);
     [[nodiscard]] bool hasRoom() const;
+    [[nodiscard]] std::size_t endOfLargePage(std::size_t offset) const;
+    void populateLarge(std::span<char> pages);
     static void populate(std::span<char> pages);
     static void makeOwn(std::span<char> pages);
 
@@ -113,6 +118,7 @@ class GrowingMemory {
     Pages mapping_;
     char* data_ = nullptr;  // of one of these
     std::size_t size_ = 0;
+    bool largePagesComeSoon_ = true;
     std::vector<Piece> borrowed_;  // in their order
 };
 

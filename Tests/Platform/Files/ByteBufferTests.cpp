@@ -50,6 +50,18 @@ TEST(ByteBuffer, keepsWhatWasThereWheneverItGrows) {
     EXPECT_TRUE(buffer.text() == text);
 }
 
+TEST(ByteBuffer, growsByLittleHoweverLargeItIs) {
+    const std::string text = someText(6 * kMuch);
+    constexpr std::size_t kStep = 100'003;
+    ByteBuffer buffer;
+    for (std::size_t at = 0; at < text.size(); at += kStep)
+        buffer.append(std::string_view(text).substr(at, kStep));
+    EXPECT_TRUE(buffer.text() == text);
+    buffer.spend(3 * kMuch + 1);
+    buffer.append(text);
+    EXPECT_TRUE(buffer.text().substr(text.size()) == text);
+}
+
 TEST(ByteBuffer, staysAsItIsWhereThereIsNoRoom) {
     const std::string text = someText(5 * kMuch);
     constexpr std::size_t kTooMuch = std::numeric_limits<std::size_t>::max() / 4;
