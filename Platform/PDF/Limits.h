@@ -79,6 +79,9 @@ inline constexpr int kNestedFields = 64;
 /// How far up the parents of a field are asked for what it inherits.
 inline constexpr int kFieldParents = 32;
 
+/// The titles of a source's articles, each counted again.
+inline constexpr std::uint64_t kThreadTitles = std::uint64_t{64} << 20U;
+
 /// The longest default appearance of a form that is written out in each of its fields when it can
 /// no longer be said for all of them together: they share a longer one. Real ones have some 20
 /// bytes.

@@ -3,8 +3,6 @@
 
 #include "Platform/PDF/Links/ActionRewriter.h"
 
-#include <cstdint>
-
 #include "Platform/PDF/Limits.h"
 #include "Platform/PDF/Links/WebAddress.h"
 #include "Platform/PDF/PDFString.h"
@@ -70,7 +68,7 @@ bool ActionRewriter::rewriteByKind(const Kind& kind, const DictionaryEntry& entr
     } else if (kind.goesTo && key.isName("SD")) {
         rewriteStructureDestination(entry.value, entries);
     } else if (kind.goesToThread && key.isName("D")) {
-        if (!entry.value.reference()) appendThread(entry.value, entries.replace());
+        if (!entry.value.reference()) rewriteThread(entry.value, entries);
     } else if (kind.opensAddress && key.isName("URI")) {
         rewriteAddress(entry.value, entries);
     } else if (kind.meansWholeForm && key.isName("Fields")) {
@@ -100,26 +98,14 @@ void ActionRewriter::rewriteFlags(Value flags, EntryRewriter& entries) {
         entries.replace().append(static_cast<std::uint64_t>(*bits - 1));
 }
 
-/// An article may also be told by its number in its document, or by its title (12.6.4.7). Appends a
-/// reference to its copy.
-void ActionRewriter::appendThread(Value thread, ByteBuffer& out) {
-    ObjectReader& reader = copier_.reader();
-    const auto number = thread.integer();
-    ArrayReader threads(reader.resolveIfSound(catalog_.find("Threads")));
-    for (std::int64_t i = 0; const auto element = threads.next(); ++i) {
-        const auto reference = element->reference();
-        if (!reference) continue;
-        const Value title =
-            reader.resolveIfSound(reader.resolveIfSound(*element).find("I")).find("Title");
-        const bool isMeant = number
-                                 ? *number == i
-                                 : isString(thread) && stringBytes(reader.resolveIfSound(title)) ==
-                                                           stringBytes(thread);
-        if (!isMeant) continue;
-        copier_.appendValue(*element, Role::plain, out);
-        return;
-    }
-    out.append("null");
+/// A number or a title would mean another document's article.
+void ActionRewriter::rewriteThread(Value thread, EntryRewriter& entries) {
+    const auto meant = threads_.find(thread);
+    const auto copy = meant ? copier_.map().map(*meant, Role::plain) : std::nullopt;
+    if (copy)
+        appendReference(*copy, entries.replace());
+    else
+        entries.replace().append("null");
 }
 
 /// The catalog may say what addresses count from (12.6.4.8); the output's catalog cannot, for all.

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "Platform/PDF/Articles/ThreadIndex.h"
 #include "Platform/PDF/Catalog.h"
 #include "Platform/PDF/Forms/FormChanges.h"
 #include "Platform/PDF/Limits.h"
@@ -25,6 +26,7 @@ class ActionRewriter : public ObjectRewriter {
         : copier_(copier),
           destinations_(destinations),
           catalog_(catalog),
+          threads_(copier.reader(), catalog),
           room_(limits::kDestinations +
                 limits::kDestinationsPerByte * copier.reader().image().size()) {}
 
@@ -50,13 +52,14 @@ class ActionRewriter : public ObjectRewriter {
                                      EntryRewriter& entries);
     void appendRootList(Value action, MappedText& text, ByteBuffer& out);
     void rewriteFlags(Value flags, EntryRewriter& entries);
-    void appendThread(Value thread, ByteBuffer& out);
+    void rewriteThread(Value thread, EntryRewriter& entries);
     void rewriteAddress(Value address, EntryRewriter& entries);
     void rewriteStructureDestination(Value destination, EntryRewriter& entries);
 
     ObjectCopier& copier_;
     Destinations& destinations_;
     const Catalog& catalog_;
+    ThreadIndex threads_;
     FormChanges* form_ = nullptr;
     std::optional<std::string> base_;  // of web addresses, once it is known
     WorkBudget room_;                  // for web addresses as they are written

@@ -68,7 +68,7 @@ TEST(Articles, areListedWhereTheirBeadsDoNotNameThem) {
 
 // A number or a title would mean some other document's article.
 TEST(Articles, areWhereActionsLead) {
-    for (const std::string thread : {"1", "(Story)", "32 0 R"}) {
+    for (const std::string thread : {"1", "(Story)", "<FEFF00530074006F00720079>", "32 0 R"}) {
         const std::string all = mergedTwice(pageWith(
             "/AA << /O << /S /Thread /D " + thread + " /B 0 >> >>",
             object(30, "<< /T 32 0 R /N 30 0 R /V 30 0 R /P 3 0 R /R [0 0 9 9] >>") +
@@ -79,8 +79,9 @@ TEST(Articles, areWhereActionsLead) {
         EXPECT_EQ(countOf("(Other)", all), 0U) << thread;
         EXPECT_THAT(all, Not(HasSubstr("/D 1"))) << thread;
     }
-    EXPECT_THAT(mergedTwice(pageWith("/AA << /O << /S /Thread /D 7 >> >>", "")),
-                HasSubstr("/S /Thread >>"));  // qpdf leaves null out
+    for (const std::string nothing : {"7", "-1", "(Unknown)"})
+        EXPECT_THAT(mergedTwice(pageWith("/AA << /O << /S /Thread /D " + nothing + " >> >>", "")),
+                    HasSubstr("/S /Thread >>"));  // qpdf leaves null out
     EXPECT_THAT(mergedTwice(pageWith("/AA << /O << /S /Thread /D 7 /F (other.pdf) >> >>", "")),
                 HasSubstr("/D 7"));
 }
