@@ -55,6 +55,13 @@ inline constexpr std::size_t kBaseAddress = 256;
 /// Links on a page that are shown as such. Maps and parts lists have thousands.
 inline constexpr std::size_t kShownLinks = 100'000;
 
+/// Intents that one optional content group has, or a configuration. Real ones have one or two.
+inline constexpr int kIntents = 32;
+
+/// Bytes of the lists that say which layers of one source are radio buttons and which change their
+/// states when; many may be the same array, which counts again.
+inline constexpr std::uint64_t kLayerLists = std::uint64_t{16} << 20U;
+
 /// Bytes written for the order in which one source's layers are listed, counting what stands inside
 /// arrays once for each of them.
 inline constexpr std::uint64_t kLayerOrder = std::uint64_t{64} << 20U;

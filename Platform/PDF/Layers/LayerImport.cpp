@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Platform/PDF/Layers/LayerOrder.h"
+#include "Platform/PDF/Limits.h"
 #include "Platform/PDF/PDFString.h"
 #include "Platform/PDF/ReferenceText.h"
 
@@ -21,7 +22,9 @@ std::set<std::string> intentsIn(Value value, ObjectReader& reader) {
     const Value resolved = reader.resolve(value);
     if (resolved.isName()) intents.insert(resolved.name());
     ArrayReader elements(resolved);
-    while (const auto element = elements.next()) {
+    for (int i = 0; i < limits::kIntents; ++i) {
+        const auto element = elements.next();
+        if (!element) break;
         const Value name = reader.resolve(*element);
         if (name.isName()) intents.insert(name.name());
     }
@@ -132,24 +135,36 @@ void LayerImport::readUsages(Value configuration) {
     while (const auto element = usages.next()) {
         const Value usage = reader.resolve(*element);
         const std::string copies = copiesIn(usage.find("OCGs"));
+        const std::string categories = namesIn(usage.find("Category"));
         const Value event = reader.resolve(usage.find("Event"));
         if (copies.empty() || !event.isName()) continue;
         settings_.usages.append("<</Event").append(event.text());
-        settings_.usages.append("/OCGs[").append(copies).append("]/Category[");
-        ArrayReader categories(reader.resolve(usage.find("Category")));
-        while (const auto category = categories.next())
-            if (const Value name = reader.resolve(*category); name.isName())
-                settings_.usages.append(name.text());
-        settings_.usages.append("]>>");
+        settings_.usages.append("/OCGs[").append(copies);
+        settings_.usages.append("]/Category[").append(categories).append("]>>");
     }
 }
 
 std::string LayerImport::copiesIn(Value array) {
     std::string copies;
-    forEachReference(array, [&](Reference group) {
+    forEachReference(listIn(array), [&](Reference group) {
         if (const auto copy = copyOf(group)) copies += referenceText(*copy) + " ";
     });
     return copies;
+}
+
+std::string LayerImport::namesIn(Value array) {
+    std::string names;
+    ArrayReader elements(listIn(array));
+    while (const auto element = elements.next())
+        if (const Value name = copier_.reader().resolve(*element); name.isName())
+            names += name.text();
+    return names;
+}
+
+Value LayerImport::listIn(Value value) {
+    const Value list = copier_.reader().resolve(value);
+    room_.spend(list.text().size());
+    return list;
 }
 
 std::optional<std::uint32_t> LayerImport::copyOf(Reference group) const {

@@ -12,8 +12,10 @@
 #include "Platform/PDF/Catalog.h"
 #include "Platform/PDF/DocumentPart.h"
 #include "Platform/PDF/Layers/LayerWriter.h"
+#include "Platform/PDF/Limits.h"
 #include "Platform/PDF/ObjectCopier.h"
 #include "Platform/PDF/Value.h"
+#include "Platform/PDF/WorkBudget.h"
 
 namespace quirebind {
 
@@ -49,7 +51,10 @@ class LayerImport : public DocumentPart, public ObjectRewriter {
     /// The same, but makes the group one that is used.
     [[nodiscard]] std::optional<std::uint32_t> use(Reference group);
     [[nodiscard]] bool isActive(std::uint32_t source);
+    /// An array that many others may refer to.
+    [[nodiscard]] Value listIn(Value value);
     [[nodiscard]] std::string copiesIn(Value array);
+    [[nodiscard]] std::string namesIn(Value array);
 
     ObjectCopier& copier_;
     const Catalog& catalog_;
@@ -58,6 +63,7 @@ class LayerImport : public DocumentPart, public ObjectRewriter {
     std::set<std::uint32_t> groups_;     // all of the source
     std::vector<std::uint32_t> listed_;  // the same in the order in which they are listed
     LayerSettings settings_;
+    WorkBudget room_{limits::kLayerLists};
 };
 
 }  // namespace quirebind

@@ -243,5 +243,26 @@ TEST(Layers, thatAreDamagedLeaveThePagesWhole) {
     }
 }
 
+/// Lists that refer to one and the same array again and again.
+TEST(Layers, thatAreListedAgainAndAgainTakeNoTime) {
+    constexpr int kMany = 4000;
+    std::string lists;
+    std::string usages;
+    std::string array;
+    for (int i = 0; i < kMany; ++i) {
+        lists += "28 0 R ";
+        usages += "<< /Event /View /OCGs 28 0 R /Category [/View] >> ";
+        array += "21 0 R ";
+    }
+    const Bench bench;
+    const std::string merged = bench.mergeFixture(
+        layeredPage("<< /OFF [22 0 R] /RBGroups [" + lists + "] /AS [" + usages + "] >>", "",
+                    "{{object 28 0}}\n[" + array + "]\nendobj\n"));
+    const std::string bytes = Bench::read(merged);
+    EXPECT_LT(bytes.size(), 40'000'000U);
+    EXPECT_NE(bytes.find("/OFF["), std::string::npos);
+    EXPECT_EQ(test::pageTexts(merged), std::vector<std::string>{"one"});
+}
+
 }  // namespace
 }  // namespace quirebind::pdftest
