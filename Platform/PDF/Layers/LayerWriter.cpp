@@ -5,6 +5,7 @@
 
 #include <string_view>
 
+#include "Platform/PDF/PDFName.h"
 #include "Platform/PDF/ReferenceText.h"
 
 namespace quirebind {
@@ -52,10 +53,7 @@ std::optional<std::uint32_t> LayerWriter::finish(DocumentWriter& writer) const {
     if (joined_.listsVisiblePagesOnly) out.append("/ListMode/VisiblePages");
     if (joined_.intents != std::set<std::string>{"View"}) {
         out.append("/Intent[");
-        for (const std::string& intent : joined_.intents) {
-            out.append("/");
-            out.append(intent);
-        }
+        for (const std::string& intent : joined_.intents) appendName(intent, out);
         out.append("]");
     }
     out.append(">>>>");
