@@ -3,6 +3,7 @@
 
 #include "Platform/PDF/Annotations/AnnotationRewriter.h"
 
+#include "Platform/PDF/DepthGuard.h"
 #include "Platform/PDF/Limits.h"
 
 namespace quirebind {
@@ -26,7 +27,7 @@ void AnnotationRewriter::rewriteAnnotation(Value annotation, MappedText& text, B
     if (fields_ == nullptr) {
         while (const auto* const entry = entries.next()) rewriteEntry(*entry, entries, text, out);
     } else {
-        const FormChanges::Field change = fields_->changesOf(text.objectOf(annotation), annotation);
+        FormChanges::Field change = fields_->changesOf(text.objectOf(annotation), annotation);
         fields_->begin(change, annotation, text, out);
         while (const auto* const entry = entries.next())
             if (!fields_->rewriteEntry(change, annotation, *entry, entries))
@@ -67,9 +68,8 @@ void AnnotationRewriter::copyKids(Value kids, EntryRewriter& entries, MappedText
         entries.copyAs(Role::annotation);
         return;
     }
-    ++depth_;
+    const DepthGuard guard(depth_);
     copier_.copyAs(Role::annotation, kids, text, out);
-    --depth_;
 }
 
 }  // namespace quirebind
