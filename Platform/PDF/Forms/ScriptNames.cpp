@@ -12,6 +12,7 @@ namespace quirebind {
 namespace {
 
 constexpr std::string_view kGetField = "getField";
+constexpr std::string_view kReset = "resetForm";
 constexpr std::string_view kCalculate = "AFSimple_Calculate";
 
 bool isPartOfWord(char c) {
@@ -34,6 +35,8 @@ class ScriptRenaming {
             if (word == kGetField && opens())
                 renameArgument();
             else if (word == kCalculate && opens())
+                renameFunctionsArguments();
+            else if (word == kReset && opens())
                 renameArguments();
         }
         if (copied_ == 0) return std::nullopt;
@@ -80,8 +83,13 @@ class ScriptRenaming {
     }
 
     /// All strings behind the first argument, which is the name of a function.
-    void renameArguments() {
+    void renameFunctionsArguments() {
         if (isAtString()) (void)nextString();
+        renameArguments();
+    }
+
+    /// All strings up to the parenthesis that closes the list of arguments.
+    void renameArguments() {
         char before = '(';
         for (std::size_t open = 1; open > 0 && peek() != '\0'; before = script_[at_ - 1]) {
             if (isAtString()) {

@@ -17,6 +17,7 @@ namespace quirebind {
 ///     this.getField("root.child")
 ///     AFSimple_Calculate("SUM", new Array("root.child", "other"))
 ///     AFSimple_Calculate("SUM", "root.child, other")
+///     this.resetForm(["root.child", "other"])
 ///
 /// A name that a script puts together at run time from less than the root's name is not found.
 [[nodiscard]] std::optional<std::string> renameFieldsInScript(std::string_view script,

@@ -46,6 +46,13 @@ TEST(ScriptNames, areReplacedInCalculations) {
     EXPECT_EQ(renamed("AFSimple_Calculate('total', ['a' + i, 'x' + 'a.b']); f('a')"), "unchanged");
 }
 
+TEST(ScriptNames, areReplacedWhereFieldsAreReset) {
+    EXPECT_EQ(renamed("this.resetForm(['a', \"b\", 'total.x']); g('a')"),
+              "this.resetForm(['a_2', \"b\", 'total_3.x']); g('a')");
+    EXPECT_EQ(renamed("resetForm(new Array(\"a\"))"), "resetForm(new Array(\"a_2\"))");
+    EXPECT_EQ(renamed("this.resetForm(); 'a'"), "unchanged");
+}
+
 TEST(ScriptNames, areLookedForInWhateverAScriptIs) {
     EXPECT_EQ(renamed("getField("), "unchanged");
     EXPECT_EQ(renamed("getField('a"), "getField('a_2");
