@@ -3,6 +3,7 @@
 
 #include "Platform/PDF/Links/ActionRewriter.h"
 
+#include "Platform/PDF/DepthGuard.h"
 #include "Platform/PDF/Limits.h"
 #include "Platform/PDF/Links/WebAddress.h"
 #include "Platform/PDF/PDFString.h"
@@ -16,7 +17,7 @@ void ActionRewriter::rewrite(Value value, MappedText& text, ByteBuffer& out) {
         text.copyTo(text.endOf(value), Role::action, out);
         return;
     }
-    ++depth_;
+    const DepthGuard guard(depth_);
     if (value.isArray()) {
         ArrayReader elements(value);
         while (const auto element = elements.next())
@@ -25,7 +26,6 @@ void ActionRewriter::rewrite(Value value, MappedText& text, ByteBuffer& out) {
         rewriteAction(value, text, out);
     }
     text.copyTo(text.endOf(value), Role::plain, out);
-    --depth_;
 }
 
 ActionRewriter::Kind ActionRewriter::kindOf(Value action) {
@@ -36,12 +36,14 @@ ActionRewriter::Kind ActionRewriter::kindOf(Value action) {
             .goesToThread = kind.isName("Thread") && action.find("F").isNull(),
             .hides = kind.isName("Hide"),
             .opensAddress = kind.isName("URI"),
+            .page = kind.isName("Named") ? namedPage(action) : std::nullopt,
             .meansWholeForm = isOnFields && form_ != nullptr &&
                               reader.resolveIfSound(action.find("Fields")).isNull()};
 }
 
 void ActionRewriter::rewriteAction(Value action, MappedText& text, ByteBuffer& out) {
     const Kind kind = kindOf(action);
+    if (kind.page) appendPage(*kind.page, action, text, out);
     if (kind.meansWholeForm) appendRootList(action, text, out);
     EntryRewriter entries(action, text, out);
     while (const auto* const entry = entries.next()) {
@@ -71,6 +73,10 @@ bool ActionRewriter::rewriteByKind(const Kind& kind, const DictionaryEntry& entr
         if (!entry.value.reference()) rewriteThread(entry.value, entries);
     } else if (kind.opensAddress && key.isName("URI")) {
         rewriteAddress(entry.value, entries);
+    } else if (kind.page && key.isName("S")) {
+        entries.replace().append("/GoTo");
+    } else if (kind.page && (key.isName("N") || key.isName("D"))) {
+        entries.drop();
     } else if (kind.meansWholeForm && key.isName("Fields")) {
         entries.drop();
     } else if (kind.meansWholeForm && key.isName("Flags")) {
@@ -79,6 +85,24 @@ bool ActionRewriter::rewriteByKind(const Kind& kind, const DictionaryEntry& entr
         return false;
     }
     return true;
+}
+
+/// The first page and the last one are named for all documents alike (12.6.4.12), and in the output
+/// would be those of all of them together.
+std::optional<std::size_t> ActionRewriter::namedPage(Value action) {
+    const Value name = copier_.reader().resolveIfSound(action.find("N"));
+    if (name.isName("FirstPage")) return 0;
+    if (name.isName("LastPage")) return destinations_.pageCount() - 1;
+    return std::nullopt;
+}
+
+/// Such an action leaves the view as it is.
+void ActionRewriter::appendPage(std::size_t page, Value action, MappedText& text, ByteBuffer& out) {
+    constexpr std::string_view kBracket = "<<";
+    text.copyTo(text.beginOf(action) + kBracket.size(), Role::plain, out);
+    out.append("/D");
+    const std::string destination = "[" + std::to_string(page) + "/XYZ null null null]";
+    (void)destinations_.append(Value(destination), out);
 }
 
 /// An action that names no fields is on all of the form's (12.7.6.2 and 12.7.6.3), which is now

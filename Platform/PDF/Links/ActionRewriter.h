@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -43,13 +44,16 @@ class ActionRewriter : public ObjectRewriter {
         bool goesToThread = false;
         bool hides = false;
         bool opensAddress = false;
-        bool meansWholeForm = false;  ///< What it does to fields it does to all of them.
+        std::optional<std::size_t> page;  ///< Where it goes: the document's first page, or last.
+        bool meansWholeForm = false;      ///< What it does to fields it does to all of them.
     };
 
     [[nodiscard]] Kind kindOf(Value action);
     void rewriteAction(Value action, MappedText& text, ByteBuffer& out);
     [[nodiscard]] bool rewriteByKind(const Kind& kind, const DictionaryEntry& entry,
                                      EntryRewriter& entries);
+    [[nodiscard]] std::optional<std::size_t> namedPage(Value action);
+    void appendPage(std::size_t page, Value action, MappedText& text, ByteBuffer& out);
     void appendRootList(Value action, MappedText& text, ByteBuffer& out);
     void rewriteFlags(Value flags, EntryRewriter& entries);
     void rewriteThread(Value thread, EntryRewriter& entries);

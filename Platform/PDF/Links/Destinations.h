@@ -39,6 +39,9 @@ class Destinations {
     /// Appends the view that the rest of a destination says: names and numbers. Throws likewise.
     void appendView(ArrayReader& elements, ByteBuffer& out);
 
+    /// How many pages the source has.
+    [[nodiscard]] std::size_t pageCount() const { return pages_.count(); }
+
  private:
     [[nodiscard]] std::optional<std::uint32_t> copyOf(Value page);
 
