@@ -49,11 +49,24 @@ inline constexpr std::size_t kViewElement = 32;
 inline constexpr std::uint64_t kDestinations = std::uint64_t{64} << 20U;
 inline constexpr std::uint64_t kDestinationsPerByte = 16;
 
+/// Memory for the named destinations of a source, and for each byte of it: nodes of their tree may
+/// share one array of names.
+inline constexpr std::uint64_t kNamedDestinations = std::uint64_t{16} << 20U;
+inline constexpr std::uint64_t kNamedDestinationsPerByte = 8;
+
 /// The longest base of a document's web addresses: what counts from it is written out in full.
 inline constexpr std::size_t kBaseAddress = 256;
 
 /// Links on a page that are shown as such. Maps and parts lists have thousands.
 inline constexpr std::size_t kShownLinks = 100'000;
+
+/// Bytes of page-tree nodes that are no objects of their own, counting what stands in another one
+/// again; and the file's size.
+inline constexpr std::uint64_t kDirectNodes = std::uint64_t{16} << 20U;
+
+/// Bytes of pages that the tree of one source lists again, and for each byte of the file.
+inline constexpr std::uint64_t kRepeatedPages = std::uint64_t{64} << 20U;
+inline constexpr std::uint64_t kRepeatedPagesPerByte = 16;
 
 /// Intents that one optional content group has, or a configuration. Real ones have one or two.
 inline constexpr int kIntents = 32;
@@ -62,13 +75,25 @@ inline constexpr int kIntents = 32;
 /// states when; many may be the same array, which counts again.
 inline constexpr std::uint64_t kLayerLists = std::uint64_t{16} << 20U;
 
+/// How deep the lists in the order of layers may be. Real ones have a few levels.
+inline constexpr std::size_t kLayerOrderDepth = 64;
+
 /// Bytes written for the order in which one source's layers are listed, counting what stands inside
 /// arrays once for each of them.
 inline constexpr std::uint64_t kLayerOrder = std::uint64_t{64} << 20U;
 
 /// Bytes that the structure elements of one source may take from objects that several of them share
-/// and write each for itself, and the same for its attribute classes.
-inline constexpr std::uint64_t kSharedInStructure = std::uint64_t{64} << 20U;
+/// and write each for itself, and for each byte of the file; and the same for its attribute
+/// classes.
+inline constexpr std::uint64_t kSharedInStructure = std::uint64_t{8} << 20U;
+inline constexpr std::uint64_t kSharedInStructurePerByte = 16;
+
+/// The longest name of a document's language, as it is written. It is said again in the topmost
+/// structure elements. Real ones have some 5 characters, and hardly more than 35.
+inline constexpr std::size_t kLanguage = 256;
+
+/// How deep attributes of structure elements may stand in one another directly. They never should.
+inline constexpr int kNestedAttributes = 16;
 
 /// How deep structure elements may stand in one another directly. They never should: nothing could
 /// refer to them.
@@ -88,6 +113,10 @@ inline constexpr int kFieldParents = 32;
 
 /// The titles of a source's articles, each counted again.
 inline constexpr std::uint64_t kThreadTitles = std::uint64_t{64} << 20U;
+
+/// The longest name of a field, in UTF-8, that is told apart from those of other documents. Many
+/// fields may share a longer one, as one object. Real ones have some 20 bytes.
+inline constexpr std::size_t kFieldName = 1024;
 
 /// The longest default appearance of a form that is written out in each of its fields when it can
 /// no longer be said for all of them together: they share a longer one. Real ones have some 20

@@ -246,9 +246,10 @@ std::unique_ptr<ObjectStream> ObjectReader::decodeObjectStream(std::uint32_t num
     const auto inFile = [this](Value value) { return resolveInFile(value); };
     const auto length = static_cast<std::size_t>(streamBodyLength(
         image_, object.bodyOffset, inFile(object.value.find("Length")).integer(), syntax_));
+    // What is decoded counts, too, but that may be little of much.
+    decoding_.spend(length);
     std::string decrypted;
     if (decryptor_) {
-        decoding_.spend(length);
         decrypted = decryptedBody(object, length, StreamFilters(object.value, inFile));
     }
     const std::string_view body = decryptor_

@@ -31,6 +31,7 @@ void PageRewriter::write(std::size_t index, std::uint32_t output, std::uint32_t 
     const PageTree::Page page = tree_.pages()[index];
     const SourceObject object = read(page);
     if (!object.value.isDictionary()) throw DamagedDocument("a page that is no dictionary");
+    if (isRepeated(index)) room_.spend(object.value.text().size());
     const OwnEntries entries = entries_.of(object.value);
     const Attributes attributes = attributesOf(page, object.value, entries);
     shareLargeValues(attributes.inherited);
@@ -44,6 +45,11 @@ void PageRewriter::write(std::size_t index, std::uint32_t output, std::uint32_t 
     appendInherited(attributes, out);
     out.append(">>");
     copier_.writer().endObject();
+}
+
+bool PageRewriter::isRepeated(std::size_t index) const {
+    const std::uint32_t object = tree_.pages()[index].object;
+    return object != 0 && copier_.map().pageIndex(object) != index;
 }
 
 SourceObject PageRewriter::read(const PageTree::Page& page) {

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "Platform/PDF/Limits.h"
 #include "Platform/PDF/ObjectCopier.h"
 #include "Platform/PDF/PageEntries.h"
 #include "Platform/PDF/PageTree.h"
@@ -20,7 +21,12 @@ class PageRewriter {
  public:
     /// `entries` are for this alone while a page is written. All must outlive this.
     PageRewriter(const PageTree& tree, ObjectCopier& copier, PageEntries& entries)
-        : tree_(tree), copier_(copier), shared_(tree.values().size()), entries_(entries) {}
+        : tree_(tree),
+          copier_(copier),
+          shared_(tree.values().size()),
+          entries_(entries),
+          room_(limits::kRepeatedPages +
+                limits::kRepeatedPagesPerByte * copier.reader().image().size()) {}
 
     /// Writes page `index` as object `output` below the node `parent`. What it refers to is queued.
     /// A page without a usable /MediaBox gets one of US Letter size: so big do readers show it.
@@ -41,6 +47,7 @@ class PageRewriter {
     };
 
     [[nodiscard]] SourceObject read(const PageTree::Page& page);
+    [[nodiscard]] bool isRepeated(std::size_t index) const;
     [[nodiscard]] Attributes attributesOf(const PageTree::Page& page, Value dictionary,
                                           OwnEntries own);
     [[nodiscard]] bool isRectangle(Value value);
@@ -54,6 +61,7 @@ class PageRewriter {
     std::vector<std::uint32_t> shared_;  // for each value of the tree its own object, 0 for none
     std::string rectangle_;  // the text that was last found to be one; most pages have the same
     PageEntries& entries_;
+    WorkBudget room_;  // for pages that the tree lists again
 };
 
 }  // namespace quirebind

@@ -276,6 +276,7 @@ class PageTreeWalk {
         if (const auto reference = kid.reference()) {
             node.kids.push_back({*reference});
         } else if (kid.isDictionary()) {
+            directRoom_.spend(kid.text().size());
             node.kids.push_back({{}, static_cast<std::uint32_t>(directs_.size())});
             directs_.emplace_back(kid.text());
         } else if (kid.isNull()) {
@@ -335,7 +336,8 @@ class PageTreeWalk {
     std::uint64_t pageShape_ = 0;                            // that of the last page
     std::vector<OpenNode> open_;
     std::vector<std::string> directs_;  // kids that are no objects of their own
-    std::set<std::uint32_t> onPath_;    // the nodes in open_
+    WorkBudget directRoom_{limits::kDirectNodes + reader_.image().size()};
+    std::set<std::uint32_t> onPath_;  // the nodes in open_
     std::map<std::uint32_t, PageTree::Inheritance> ownValues_;
 };
 

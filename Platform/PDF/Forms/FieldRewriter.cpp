@@ -26,7 +26,7 @@ void FieldRewriter::begin(const FormChanges::Field& change, Value field, MappedT
     changes_.defaults.append(change.taken, out);
 }
 
-bool FieldRewriter::rewriteEntry(const FormChanges::Field& change, Value field,
+bool FieldRewriter::rewriteEntry(FormChanges::Field& change, Value field,
                                  const DictionaryEntry& entry, EntryRewriter& entries) {
     const Value key = entry.key;
     if (key.isName("T")) return change.isRenamed && rename(entry.value, entries);
@@ -41,7 +41,7 @@ bool FieldRewriter::rewriteEntry(const FormChanges::Field& change, Value field,
     // An entry that means null stands in the way of the one that takes its place.
     const bool isReplaced = (key.isName("DA") && change.taken.appearance) ||
                             (key.isName("Q") && change.taken.quadding) ||
-                            (key.isName("V") && holdsSignature(field));
+                            (key.isName("V") && holdsSignature(change, field));
     if (isReplaced) {
         entries.drop();
         return true;
@@ -65,9 +65,14 @@ bool FieldRewriter::rewriteAppearance(Value appearance, EntryRewriter& entries) 
     return true;
 }
 
+bool FieldRewriter::holdsSignature(FormChanges::Field& change, Value field) {
+    if (!change.holdsSignature) change.holdsSignature = isSigned(field);
+    return *change.holdsSignature;
+}
+
 /// The type of a field is inherited (table 226). What is no field of a known type holds one where
 /// the value says which bytes were signed.
-bool FieldRewriter::holdsSignature(Value field) {
+bool FieldRewriter::isSigned(Value field) {
     Value node = field;
     for (int i = 0; i < limits::kFieldParents && node.isDictionary(); ++i) {
         const Value type = reader_.resolve(node.find("FT"));

@@ -28,13 +28,14 @@ class FieldRewriter {
     void begin(const FormChanges::Field& change, Value field, MappedText& text, ByteBuffer& out);
 
     /// Rewrites the entry that `entries` gave last if it is one that changes. Says whether it was.
-    [[nodiscard]] bool rewriteEntry(const FormChanges::Field& change, Value field,
+    [[nodiscard]] bool rewriteEntry(FormChanges::Field& change, Value field,
                                     const DictionaryEntry& entry, EntryRewriter& entries);
 
  private:
     [[nodiscard]] bool rename(Value name, EntryRewriter& entries);
     [[nodiscard]] bool rewriteAppearance(Value appearance, EntryRewriter& entries);
-    [[nodiscard]] bool holdsSignature(Value field);
+    [[nodiscard]] bool holdsSignature(FormChanges::Field& change, Value field);
+    [[nodiscard]] bool isSigned(Value field);
 
     ObjectCopier& copier_;
     ObjectReader& reader_;

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 
 #include "Platform/PDF/Forms/FieldNames.h"
@@ -18,9 +19,10 @@ namespace quirebind {
 struct FormChanges {
     /// What changes in one field.
     struct Field {
-        bool isRenamed = false;     ///< Its partial name is the root's, and has a new one.
-        FormDefaults::Taken taken;  ///< The defaults that it gets.
-        std::string kids;           ///< What its /Kids are; empty where they stay.
+        bool isRenamed = false;              ///< Its partial name is the root's, and has a new one.
+        FormDefaults::Taken taken;           ///< The defaults that it gets.
+        std::string kids;                    ///< What its /Kids are; empty where they stay.
+        std::optional<bool> holdsSignature;  ///< Known once it has been asked.
     };
 
     std::map<std::uint32_t, Field> fields;  ///< By object number; the others stay as they are.

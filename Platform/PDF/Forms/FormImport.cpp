@@ -93,6 +93,7 @@ void FormImport::readRoots() {
         .root = [this](std::uint32_t number, Value field) { takeDefaults(number, field); },
         .firstName =
             [this](std::uint32_t number, const std::string& name) {
+                if (name.size() > limits::kFieldName) return;
                 names_.push_back({number, std::string(rootName(name))});
             },
         .kids = [this](std::uint32_t number,

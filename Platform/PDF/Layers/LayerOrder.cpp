@@ -82,7 +82,7 @@ class OrderWalk {
     }
 
     void nest(Value array) {
-        if (levels_.size() < limits::kNesting) open(array);
+        if (levels_.size() < limits::kLayerOrderDepth) open(array);
     }
 
     void keep(const std::string& text) {

@@ -31,9 +31,10 @@ bool isViewElement(Value value) {
 }  // namespace
 
 std::optional<Value> explicitDestination(Value value, ObjectReader& reader,
-                                         NamedDestinations& names) {
+                                         NamedDestinations& names, WorkBudget& room) {
     for (int i = 0; i < kLongestWay; ++i) {
         value = reader.resolveIfSound(value);
+        room.spend(value.text().size());
         if (value.isArray()) return value;
         if (value.isDictionary()) {
             value = value.find("D");
@@ -50,9 +51,8 @@ std::optional<Value> explicitDestination(Value value, ObjectReader& reader,
 }
 
 bool Destinations::append(Value value, ByteBuffer& out) {
-    const auto destination = explicitDestination(value, reader_, names_);
+    const auto destination = explicitDestination(value, reader_, names_, room_);
     if (!destination) return false;
-    room_.spend(destination->text().size());
     ArrayReader elements(*destination);
     const auto page = elements.next();
     if (!page) return false;

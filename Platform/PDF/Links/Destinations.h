@@ -16,9 +16,10 @@
 namespace quirebind {
 
 /// The destination that `value` means, as an explicit one (ISO 32000-2, 12.3.2): an array of a page
-/// and a view. A name is looked up among the source's. Nothing where it leads nowhere.
+/// and a view. A name is looked up among the source's. Nothing where it leads nowhere. What is read
+/// on the way is spent of `room`; throws DamagedDocument when that is used up.
 [[nodiscard]] std::optional<Value> explicitDestination(Value value, ObjectReader& reader,
-                                                       NamedDestinations& names);
+                                                       NamedDestinations& names, WorkBudget& room);
 
 /// Writes the destinations of one source for the output. All become explicit: names of different
 /// sources would clash, and most of the names that a document has are never used.

@@ -59,8 +59,9 @@ Value LinkReader::destinationOf(Value annotation) {
 std::optional<PagePosition> LinkReader::positionOf(const PageLink& link) {
     std::optional<PagePosition> position;
     try {
+        WorkBudget room(limits::kDestinations);
         const auto destination =
-            explicitDestination(Value(link.destination), document_.reader(), names_);
+            explicitDestination(Value(link.destination), document_.reader(), names_, room);
         if (destination) {
             ArrayReader elements(*destination);
             if (const auto page = pageOf(elements.next().value_or(Value())))

@@ -42,6 +42,7 @@ void NamedDestinations::read() {
 }
 
 void NamedDestinations::add(std::string_view name, Value value, List list) {
+    room_.spend(sizeof(Entry) + name.size() + value.text().size());
     entries_.push_back({texts_.size(), static_cast<std::uint32_t>(name.size()),
                         static_cast<std::uint32_t>(value.text().size()), list});
     texts_.append(name).append(value.text());

@@ -11,8 +11,10 @@
 #include <vector>
 
 #include "Platform/PDF/Catalog.h"
+#include "Platform/PDF/Limits.h"
 #include "Platform/PDF/ObjectReader.h"
 #include "Platform/PDF/Value.h"
+#include "Platform/PDF/WorkBudget.h"
 
 namespace quirebind {
 
@@ -23,7 +25,10 @@ class NamedDestinations {
  public:
     /// `catalog` and `reader` must outlive this.
     NamedDestinations(ObjectReader& reader, const Catalog& catalog)
-        : reader_(reader), catalog_(catalog) {}
+        : reader_(reader),
+          catalog_(catalog),
+          room_(limits::kNamedDestinations +
+                limits::kNamedDestinationsPerByte * reader.image().size()) {}
 
     /// Where destinations are listed: what is a string in a link stands in the tree, what is a name
     /// in the dictionary. Files have them the other way round, too.
@@ -48,6 +53,7 @@ class NamedDestinations {
 
     ObjectReader& reader_;
     const Catalog& catalog_;
+    WorkBudget room_;
     bool isRead_ = false;
     std::string texts_;
     std::vector<Entry> entries_;  // by name and list, once they are read

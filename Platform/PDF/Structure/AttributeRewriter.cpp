@@ -5,6 +5,8 @@
 
 #include <string>
 
+#include "Platform/PDF/DepthGuard.h"
+#include "Platform/PDF/Limits.h"
 #include "Platform/PDF/PDFString.h"
 
 namespace quirebind {
@@ -36,7 +38,9 @@ void AttributeRewriter::rewriteElement(Value value, MappedText& text, ByteBuffer
 void AttributeRewriter::rewriteAttributes(Value attributes, MappedText& text, ByteBuffer& out) {
     const bool isTable = copier_.reader().resolveIfSound(attributes.find("O")).isName("Table");
     EntryRewriter entries(attributes, text, out);
-    while (const auto* const entry = isTable ? entries.next() : nullptr)
+    const bool isRead = isTable && depth_ < limits::kNestedAttributes;
+    const DepthGuard guard(depth_);
+    while (const auto* const entry = isRead ? entries.next() : nullptr)
         if (entry->key.isName("Headers"))
             copier_.copyAs(Role::structureAttributes, entry->value, text, out);
     entries.finish();

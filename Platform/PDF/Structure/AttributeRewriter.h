@@ -25,6 +25,7 @@ class AttributeRewriter : public ObjectRewriter {
 
     ObjectCopier& copier_;
     SourceIDs& ids_;
+    int depth_ = 0;  // of the attributes that stand in one another
 };
 
 }  // namespace quirebind

@@ -37,8 +37,10 @@ std::optional<std::uint32_t> ElementIDs::write(DocumentWriter& writer) const {
 std::string SourceIDs::idFor(const std::string& id) {
     if (const auto found = changed_.find(id); found != changed_.end()) return found->second;
     if (ids_.take(id, source_, false)) return id;
-    std::string unused = id + "_" + std::to_string(source_);
-    while (!ids_.take(unused, source_, true)) unused += "_";
+    const std::string counted = id + "_" + std::to_string(source_);
+    std::string unused = counted;
+    for (int i = 2; !ids_.take(unused, source_, true); ++i)
+        unused = counted + "_" + std::to_string(i);
     changed_.emplace(id, unused);
     return unused;
 }

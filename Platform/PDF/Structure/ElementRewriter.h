@@ -36,7 +36,10 @@ class ElementRewriter : public ObjectRewriter {
         std::string language;  ///< The bytes of the source's own /Lang.
     };
 
-    explicit ElementRewriter(Context context) : context_(std::move(context)) {}
+    explicit ElementRewriter(Context context)
+        : context_(std::move(context)),
+          room_(limits::kSharedInStructure +
+                limits::kSharedInStructurePerByte * context_.copier.reader().image().size()) {}
 
     /// From now on only what is selected is written.
     void restrictTo(const ElementSelection& selection) { selection_ = &selection; }
@@ -78,7 +81,7 @@ class ElementRewriter : public ObjectRewriter {
     Context context_;
     const ElementSelection* selection_ = nullptr;
     ByteBuffer kids_;
-    WorkBudget room_{limits::kSharedInStructure};  // for what many elements share
+    WorkBudget room_;  // for what many elements share
 };
 
 }  // namespace quirebind

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "Platform/PDF/Limits.h"
 #include "Platform/PDF/PDFString.h"
 #include "Platform/PDF/TextString.h"
 
@@ -26,10 +27,12 @@ Marking readMarking(const Catalog& catalog, ObjectReader& reader) {
     const auto says = [&](std::string_view key) {
         return reader.resolveIfSound(info.find(key)).boolean().value_or(false);
     };
+    const Value language = reader.resolveIfSound(catalog.find("Lang"));
+    const bool isUsable = language.text().size() <= limits::kLanguage;
     return {.isMarked = says("Marked"),
             .hasUserProperties = says("UserProperties"),
             .isSuspect = says("Suspects"),
-            .language = stringBytes(reader.resolveIfSound(catalog.find("Lang")))};
+            .language = isUsable ? stringBytes(language) : std::string()};
 }
 
 void MarkingWriter::add(const Marking& marking) {

@@ -17,8 +17,10 @@ std::string SharedNames::otherNameFor(const std::string& name, const std::string
     const auto [other, isNew] = others_.try_emplace({name, definition});
     if (!isNew) return other->second;
     // With the number of the source hardly any second attempt is ever needed.
-    std::string unused = name + "_" + std::to_string(source);
-    while (!definitions_.try_emplace(unused, definition).second) unused += "_";
+    const std::string counted = name + "_" + std::to_string(source);
+    std::string unused = counted;
+    for (int i = 2; !definitions_.try_emplace(unused, definition).second; ++i)
+        unused = counted + "_" + std::to_string(i);
     other->second = unused;
     return unused;
 }

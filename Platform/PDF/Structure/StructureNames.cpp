@@ -62,7 +62,11 @@ void StructureTypes::mention(const std::string& type) {
 }
 
 AttributeClasses::AttributeClasses(SharedNames& classes, std::size_t source, ObjectCopier& copier)
-    : classes_(classes), source_(source), copier_(copier), room_(limits::kSharedInStructure) {}
+    : classes_(classes),
+      source_(source),
+      copier_(copier),
+      room_(limits::kSharedInStructure +
+            limits::kSharedInStructurePerByte * copier.reader().image().size()) {}
 
 void AttributeClasses::read(Value classMap) {
     DictionaryReader entries(classMap);

@@ -314,6 +314,48 @@ TEST_F(Hostile, destinationThatManyLinksUse) {
     expectRefusal(withManyLinks("/Dest /a", "/Dests << /a " + text + " >>"));
 }
 
+TEST_F(Hostile, dictionaryOfADestinationThatManyLinksUse) {
+    const std::string text = "<< /X (" + std::string(2000, 'x') + ") /D [3 0 R /Fit] >>";
+    expectRefusal(withManyLinks("/Dest /a", "/Dests << /a " + text + " >>"));
+}
+
+TEST_F(Hostile, pageThatIsListedThousandsOfTimes) {
+    std::string pages;
+    for (int i = 0; i < 9000; ++i) pages += "3 0 R ";
+    const std::string text = withEntry("/Large (" + std::string(9000, 'x') + ")");
+    expectRefusal(replaced(text, "[3 0 R] /Count 1", "[" + pages + "] /Count 9000"));
+}
+
+TEST_F(Hostile, pageDeepInNodesThatAreNoObjects) {
+    constexpr int kDepth = 60;
+    std::string page = "<< /Type /Page /Large (" + std::string(500'000, 'x') + ") >>";
+    for (int i = 0; i < kDepth; ++i) page = "<< /Type /Pages /Count 1 /Kids [" + page + "] >>";
+    expectRefusal(replaced(onePageWith(), "[3 0 R]", "[" + page + "]"));
+}
+
+TEST_F(Hostile, arrayOfNamesThatManyNodesShare) {
+    std::string nodes;
+    std::string names;
+    for (int i = 0; i < 12'000; ++i) nodes += "<< /Names 20 0 R >>";
+    for (int i = 0; i < 10'000; ++i) names += "//";
+    const std::string text =
+        withEntry("/Annots [<< /Type /Annot /Subtype /Link /Rect [0 0 9 9] /Dest (a) >>]",
+                  "{{object 20 0}}\n[" + names + "]\nendobj\n");
+    expectMerge(replaced(text, "/Type /Catalog",
+                         "/Type /Catalog /Names << /Dests << /Kids [" + nodes + "] >> >>"));
+}
+
+TEST_F(Hostile, fieldWithManyValues) {
+    std::string values;
+    for (int i = 0; i < 100'000; ++i) values += "/V 1 ";
+    const std::string text = withEntry(
+        "/Annots [20 0 R]",
+        "{{object 20 0}}\n<< /Type /Annot /Subtype /Widget /Rect [0 0 9 9] /T (a) /#41 1 " +
+            values + ">>\nendobj\n");
+    expectMerge(
+        replaced(text, "/Type /Catalog", "/Type /Catalog /AcroForm << /Fields [20 0 R] >>"));
+}
+
 TEST_F(Hostile, baseOfTheAddressesOfManyLinks) {
     const std::string base = "http://" + std::string(200, 'x') + "/";
     expectRefusal(withManyLinks("/A << /S /URI /URI (a) >>", "/URI << /Base (" + base + ") >>"));

@@ -167,6 +167,19 @@ TEST(HostileForm, doesNotMultiplyItsDefaults) {
     EXPECT_LT(Bench::read(bench.merge({file})).size(), 1'000'000);
 }
 
+TEST(HostileForm, doesNotMultiplyTheNameThatItsFieldsShare) {
+    std::string objects = object(7, "(" + std::string(5000, 'x') + ")");
+    std::string references;
+    for (int i = 10; i < 1010; ++i) {
+        objects += object(i, "<< /FT /Tx /T 7 0 R >>");
+        references += std::to_string(i) + " 0 R ";
+    }
+    const Bench bench;
+    const std::string file = bench.fixture(
+        "source.pdf", formDocument("<< /Fields [" + references + "] >>", "[]", objects));
+    EXPECT_LT(Bench::read(bench.merge({file, file})).size(), 1'000'000);
+}
+
 TEST(HostileForm, doesNotMultiplyItsResources) {
     std::string fonts;
     std::string categories;

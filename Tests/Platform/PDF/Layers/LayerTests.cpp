@@ -230,6 +230,25 @@ TEST(Layers, ofAnotherIntentHideNothing) {
     EXPECT_THAT(properties, HasSubstr("/Intent [ /All /Design /View ]"));
 }
 
+TEST(Layers, areNotListedDeeperThanAnybodyLooks) {
+    const Bench bench;
+    for (const int depth : {20, 100}) {
+        const auto brackets = static_cast<std::size_t>(depth);
+        const std::string merged =
+            bench.mergeFixture(layeredPage("<< /Order " + std::string(brackets, '[') + "21 0 R" +
+                                           std::string(brackets, ']') + " >>"));
+        EXPECT_EQ(propertiesOf(merged).find("/Order") != std::string::npos, depth == 20);
+    }
+}
+
+TEST(Layers, mayHaveIntentsOfAnySpelling) {
+    const Bench bench;
+    const std::string merged =
+        bench.mergeFixture(layeredPage("<< /OFF [22 0 R] /Intent /A#20#3E#3E >>"));
+    expectSound(merged, 1);
+    EXPECT_THAT(propertiesOf(merged), HasSubstr("/Intent [ /A#20#3e#3e ]"));
+}
+
 TEST(Layers, thatAreDamagedLeaveThePagesWhole) {
     const Bench bench;
     for (const std::string broken :

@@ -264,6 +264,26 @@ TEST(View, isSaidByNamesAndNumbers) {
 }
 
 // Each of three documents has a destination of that name.
+TEST(NamedPage, isThatOfItsOwnDocument) {
+    const Bench bench;
+    const auto pages = [](const std::string& name) {
+        return pagesWith("/Annots [20 0 R]", "",
+                         object(20, "<< " + kLink + "/A << /S /Named /N /" + name + " >> >>"));
+    };
+    const std::string first = bench.fixture("a.pdf", pages("FirstPage"));
+    const std::string last = bench.fixture("b.pdf", pages("LastPage"));
+    const std::string next = bench.fixture("c.pdf", pages("NextPage"));
+    const std::string merged = bench.merge({last, first, next});
+    expectSound(merged, 9);
+    const std::string all = everyObject(merged);
+    const std::vector<std::string> copies = test::pageNumbers(merged);
+    EXPECT_THAT(all,
+                HasSubstr("/A << /D [ " + copies[2] + " 0 R /XYZ null null null ] /S /GoTo >>"));
+    EXPECT_THAT(all,
+                HasSubstr("/A << /D [ " + copies[3] + " 0 R /XYZ null null null ] /S /GoTo >>"));
+    EXPECT_THAT(all, HasSubstr("/A << /N /NextPage /S /Named >>"));
+}
+
 TEST(NamedDestination, isTheOneOfItsOwnDocument) {
     const Bench bench;
     std::vector<std::string> sources;

@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "Platform/PDF/Structure/SharedNames.h"
 #include "Tests/Platform/PDF/Structure/StructureTestSupport.h"
 #include "Tests/Support/Oracle.h"
 
@@ -150,6 +151,24 @@ TEST(HostileStructure, aChainOfElementsAsDeepAsTheFileIsLong) {
                                      "/Kids [3 0 R] /Count 1", "/Kids [3 0 R 7 0 R] /Count 2");
     const std::string second = insertPages(bench, bench.fixture("two.pdf", two), {1});
     EXPECT_EQ(test::qpdfCheck(second).exitCode, 0);
+}
+
+TEST(HostileStructure, aTypeThatManyElementsShareIsNotMultiplied) {
+    constexpr int kElements = 3000;
+    std::string kids;
+    for (int i = 0; i < kElements; ++i) kids += "<< /S 45 0 R /K 0 /Pg 3 0 R >> ";
+    const Bench bench;
+    const std::string merged = bench.mergeFixture(taggedPage(
+        "/K [" + kids + "]", "{{object 45 0}}\n/" + std::string(10'000, '\x80') + "\nendobj\n"));
+    EXPECT_LT(Bench::read(merged).size(), 50'000'000);
+}
+
+TEST(HostileStructure, namesThatAreInTheWayMakeNoLongOnes) {
+    SharedNames names;
+    std::string taken = "a_2";
+    for (int i = 0; i < 100; ++i, taken += "_") (void)names.nameFor(taken, "<</O/Table>>", 1);
+    EXPECT_EQ(names.nameFor("a", "<</O/List>>", 1), "a");
+    EXPECT_LT(names.nameFor("a", "<</O/Layout>>", 2).size(), 8U);
 }
 
 }  // namespace

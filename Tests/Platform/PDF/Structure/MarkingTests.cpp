@@ -63,6 +63,13 @@ TEST(Marking, languageOfAllIsTheCatalogs) {
     EXPECT_THAT(joinedCatalog(bench, {"/Lang (en)", ""}), Not(HasSubstr("/Lang")));
 }
 
+// It is said again in the topmost elements.
+TEST(Marking, languageOfUnusualLengthIsNone) {
+    const Bench bench;
+    EXPECT_THAT(joinedCatalog(bench, {"/Lang (" + std::string(300, 'x') + ")"}),
+                Not(HasSubstr("/Lang")));
+}
+
 TEST(Marking, languageOfEachIsItsElements) {
     const Bench bench;
     const std::string merged = bench.merge(
