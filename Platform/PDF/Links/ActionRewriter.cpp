@@ -54,7 +54,8 @@ void ActionRewriter::rewriteAction(Value action, MappedText& text, ByteBuffer& o
             copier_.copyAs(Role::fieldNames, entry->value, text, out);
         } else if (entry->key.isName("JS")) {
             copier_.copyAs(Role::script, entry->value, text, out);
-        } else if (entry->key.isName("T") || entry->key.isName("AN") || entry->key.isName("TA")) {
+        } else if (entry->key.isName("T") || entry->key.isName("AN") || entry->key.isName("TA") ||
+                   entry->key.isName("Annotation")) {
             entries.copyAs(Role::annotation);
         }
     }
