@@ -29,6 +29,7 @@ ImportSession::ImportSession(SourceDocument& source, OutputParts& output)
       fields_(copier_, formChanges_),
       fieldNames_(copier_, formChanges_.names),
       scripts_(copier_.reader(), formChanges_.names),
+      unlistedLayers_(copier_, output.layers),
       inserted_(source.pageTree().pages().size()),
       toInsert_(inserted_.size()) {
     copier_.setRewriter(Role::annotation, annotations_);
@@ -37,6 +38,7 @@ ImportSession::ImportSession(SourceDocument& source, OutputParts& output)
     copier_.setRewriter(Role::navigationNode, navigationNodes_);
     copier_.setRewriter(Role::fieldNames, fieldNames_);
     copier_.setRewriter(Role::script, scripts_);
+    copier_.setRewriter(Role::layer, unlistedLayers_);
 
     output.writer.addSource(source.reader().image().size());
     output.writer.allowPacked(static_cast<double>(source.reader().table().storedBytes()));
@@ -114,6 +116,7 @@ void ImportSession::end() {
         part->finish();
         copier_.copyPending(ObjectCopier::Damage::bypassed);
     }
+    unlistedLayers_.finish();
 }
 
 void ImportSession::sourceWillClose() noexcept {

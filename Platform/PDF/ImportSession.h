@@ -15,6 +15,7 @@
 #include "Platform/PDF/Forms/FieldRewriter.h"
 #include "Platform/PDF/Forms/FormChanges.h"
 #include "Platform/PDF/Forms/ScriptRewriter.h"
+#include "Platform/PDF/Layers/UnlistedLayers.h"
 #include "Platform/PDF/Links/ActionRewriter.h"
 #include "Platform/PDF/Links/Destinations.h"
 #include "Platform/PDF/Links/NamedDestinations.h"
@@ -76,6 +77,7 @@ class ImportSession : public SourceObserver {
     FieldRewriter fields_;
     FieldNamesRewriter fieldNames_;
     ScriptRewriter scripts_;
+    UnlistedLayers unlistedLayers_;
     std::vector<std::unique_ptr<DocumentPart>> parts_;
     std::vector<bool> inserted_;
     std::size_t toInsert_;

@@ -32,6 +32,7 @@ ObjectCopier::Kind ObjectCopier::kindOf(Value value, const FoundParts& parts) {
     }
     kind.isPageTreeNode = hasKids && type.isName("Pages");
     kind.isStructureElement = type.isName("StructElem");
+    kind.isLayer = type.isName("OCG");
     return kind;
 }
 
@@ -54,6 +55,7 @@ void ObjectCopier::copyCurrent(const SourceObject& object) {
         return;
     }
     const Kind kind = kindOf(object.value, parts_);
+    if (kind.isLayer && current_.role == Role::plain) current_.role = Role::layer;
     const bool isTaggedElement = current_.role == Role::plain &&
                                  hasRewriter(Role::structureElement) && !object.isStream &&
                                  kind.isStructureElement;

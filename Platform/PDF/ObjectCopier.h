@@ -86,6 +86,7 @@ class ObjectCopier {
     struct Kind {
         bool isPageTreeNode = false;
         bool isStructureElement = false;
+        bool isLayer = false;
         bool hasStructureKey = false;  ///< It names a place in the parent tree (14.7.5.4).
     };
     [[nodiscard]] static Kind kindOf(Value value, const FoundParts& parts);

@@ -3,12 +3,12 @@
 
 #include "Platform/PDF/Layers/LayerImport.h"
 
-#include <algorithm>
+#include <utility>
 #include <vector>
 
+#include "Platform/PDF/Layers/LayerGroup.h"
 #include "Platform/PDF/Layers/LayerOrder.h"
 #include "Platform/PDF/Limits.h"
-#include "Platform/PDF/PDFString.h"
 #include "Platform/PDF/ReferenceText.h"
 
 namespace quirebind {
@@ -51,17 +51,11 @@ LayerImport::LayerImport(ObjectCopier& copier, const Catalog& catalog, LayerWrit
             copier_.map().setRole(group.number, Role::layer);
         });
     });
-    copier_.setRewriter(Role::layer, *this);
+    if (!listed_.empty()) copier_.setRewriter(Role::layer, *this);
 }
 
 void LayerImport::rewrite(Value value, MappedText& text, ByteBuffer& out) {
-    if (value.isDictionary() && writer_.isTaken(stringBytes(value.find("Name")), source_)) {
-        constexpr std::string_view kOpening = "<<";
-        out.append("<</XXSource ");
-        out.append(std::uint64_t{source_});
-        text.skipTo(text.beginOf(value) + kOpening.size());
-    }
-    text.copyTo(text.endOf(value), Role::plain, out);
+    copyGroup(value, writer_, source_, text, out);
 }
 
 void LayerImport::finish() {
@@ -80,8 +74,7 @@ void LayerImport::finish() {
 }
 
 /// What is in /ON or /OFF is in that state, all others are in the base state; Unchanged, which
-/// means whatever was there before, is on where nothing was. A group whose intent is not the
-/// configuration's hides nothing (8.11.2.3).
+/// means whatever was there before, is on where nothing was.
 void LayerImport::readStates(Value configuration) {
     ObjectReader& reader = copier_.reader();
     const bool base = !reader.resolve(configuration.find("BaseState")).isName("OFF");
@@ -99,18 +92,18 @@ void LayerImport::readStates(Value configuration) {
         if (!copy) continue;
         settings_.groups.push_back(*copy);
         const bool isOn = base != others.contains(group);
-        if (!isOn && isActive(group)) settings_.hidden.push_back(*copy);
+        if (!isOn) hide(group, *copy);
         if (locked.contains(group)) settings_.locked.push_back(*copy);
     }
 }
 
-bool LayerImport::isActive(std::uint32_t source) {
-    if (settings_.intents.contains("All")) return true;
+void LayerImport::hide(std::uint32_t source, std::uint32_t copy) {
     ObjectReader& reader = copier_.reader();
-    const std::set<std::string> intents =
-        intentsIn(reader.read(source).value.find("Intent"), reader);
-    return std::ranges::any_of(
-        intents, [this](const std::string& intent) { return settings_.intents.contains(intent); });
+    std::set<std::string> intents = intentsIn(reader.read(source).value.find("Intent"), reader);
+    if (sharesIntent(intents, settings_.intents))
+        settings_.hidden.push_back(copy);
+    else
+        settings_.inactive.push_back({.group = copy, .intents = std::move(intents)});
 }
 
 void LayerImport::readOrder(Value configuration) {

@@ -22,9 +22,6 @@ namespace quirebind {
 /// Brings the optional content groups of one source along that the copied pages use (ISO 32000-2,
 /// 8.11), in the state that the source's default configuration gives them. What pages say of groups
 /// is copied with the pages; which of the groups were copied says which are used.
-///
-/// To some readers groups that say the same of themselves are one group with one state. So one
-/// whose name another source has, too, says which source it is from.
 class LayerImport : public DocumentPart, public ObjectRewriter {
  public:
     /// All must outlive this.
@@ -50,7 +47,7 @@ class LayerImport : public DocumentPart, public ObjectRewriter {
     [[nodiscard]] std::optional<std::uint32_t> copyOf(Reference group) const;
     /// The same, but makes the group one that is used.
     [[nodiscard]] std::optional<std::uint32_t> use(Reference group);
-    [[nodiscard]] bool isActive(std::uint32_t source);
+    void hide(std::uint32_t source, std::uint32_t copy);
     /// An array that many others may refer to.
     [[nodiscard]] Value listIn(Value value);
     [[nodiscard]] std::string copiesIn(Value array);

@@ -3,6 +3,7 @@
 
 #include "Platform/PDF/Layers/LayerWriter.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "Platform/PDF/PDFName.h"
@@ -11,7 +12,8 @@
 namespace quirebind {
 namespace {
 
-void extend(std::vector<std::uint32_t>& all, const std::vector<std::uint32_t>& more) {
+template <typename Element>
+void extend(std::vector<Element>& all, const std::vector<Element>& more) {
     all.insert(all.end(), more.begin(), more.end());
 }
 
@@ -25,9 +27,29 @@ void appendArray(std::string_view key, std::string_view elements, ByteBuffer& ou
 
 }  // namespace
 
+bool sharesIntent(const std::set<std::string>& group, const std::set<std::string>& configuration) {
+    return configuration.contains("All") ||
+           std::ranges::any_of(
+               group, [&](const std::string& intent) { return configuration.contains(intent); });
+}
+
+void LayerWriter::addShown(const std::vector<std::uint32_t>& groups) {
+    extend(joined_.groups, groups);
+}
+
+/// A group that was off to no effect would hide something where the intents of another source are
+/// the output's, too. Where they are not it stays off, since some readers do not ask for intents.
+std::vector<std::uint32_t> LayerWriter::hidden() const {
+    std::vector<std::uint32_t> hidden = joined_.hidden;
+    for (const LayerSettings::Inactive& inactive : joined_.inactive)
+        if (!sharesIntent(inactive.intents, joined_.intents)) hidden.push_back(inactive.group);
+    return hidden;
+}
+
 void LayerWriter::add(const LayerSettings& settings) {
     extend(joined_.groups, settings.groups);
     extend(joined_.hidden, settings.hidden);
+    extend(joined_.inactive, settings.inactive);
     extend(joined_.locked, settings.locked);
     joined_.order += settings.order;
     joined_.radioGroups += settings.radioGroups;
@@ -45,7 +67,7 @@ std::optional<std::uint32_t> LayerWriter::finish(DocumentWriter& writer) const {
     out.append("<<");
     appendReferencesEntry("/OCGs", joined_.groups, out);
     out.append("/D<<");
-    appendReferencesEntry("/OFF", joined_.hidden, out);
+    appendReferencesEntry("/OFF", hidden(), out);
     appendReferencesEntry("/Locked", joined_.locked, out);
     appendArray("/Order", joined_.order, out);
     appendArray("/RBGroups", joined_.radioGroups, out);

@@ -249,6 +249,27 @@ TEST(Layers, mayHaveIntentsOfAnySpelling) {
     EXPECT_THAT(propertiesOf(merged), HasSubstr("/Intent [ /A#20#3e#3e ]"));
 }
 
+// Some readers do not ask for intents.
+TEST(Layers, ofAnotherIntentStayOffWhereNoDocumentHasThatIntent) {
+    const Bench bench;
+    const std::string merged = bench.mergeFixture(replaced(
+        layeredPage("<< /OFF [21 0 R 22 0 R] >>"), "/Name (1)", "/Intent /Design /Name (1)"));
+    EXPECT_THAT(withNames(propertiesOf(merged), merged), HasSubstr("/OFF [ 2 1 ]"));
+}
+
+TEST(Layers, thatTheirDocumentDoesNotListAreShown) {
+    const Bench bench;
+    const std::string listed = layeredPage("<< /OFF [21 0 R 22 0 R] >>");
+    const std::string unlisted =
+        bench.fixture("a.pdf", replaced(listed, "/OCProperties", "/Private"));
+    EXPECT_EQ(propertiesOf(bench.merge({unlisted, unlisted})), "");
+    const std::string merged = bench.merge({unlisted, bench.fixture("b.pdf", listed)});
+    expectSound(merged, 2);
+    const std::string properties = propertiesOf(merged);
+    EXPECT_EQ(countOf(" 0 R", properties.substr(properties.find("/OCGs"))), 8U) << properties;
+    EXPECT_THAT(withNames(properties, merged), HasSubstr("/OFF [ 2 1 ]"));
+}
+
 TEST(Layers, thatAreDamagedLeaveThePagesWhole) {
     const Bench bench;
     for (const std::string broken :

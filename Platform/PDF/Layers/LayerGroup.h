@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstdint>
+
+#include "Platform/Files/ByteBuffer.h"
+#include "Platform/PDF/Layers/LayerWriter.h"
+#include "Platform/PDF/MappedText.h"
+#include "Platform/PDF/Value.h"
+
+namespace quirebind {
+
+/// Copies `group`, all of `text`, an optional content group of source number `source`. To some
+/// readers groups that say the same of themselves are one group with one state. So one whose name
+/// another source has, too, says which source it is from.
+void copyGroup(Value group, LayerWriter& writer, std::uint32_t source, MappedText& text,
+               ByteBuffer& out);
+
+}  // namespace quirebind
