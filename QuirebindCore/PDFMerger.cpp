@@ -5,10 +5,16 @@
 
 #include <cerrno>
 #include <new>
+#include <optional>
+#include <string>
 #include <system_error>
 #include <utility>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+
 #include "Platform/Files/AtomicWrite.h"
+#include "Platform/Files/FileStamp.h"
 #include "Platform/Files/SymlinkResolver.h"
 #include "Platform/Files/SystemCall.h"
 #include "QuirebindCore/Lenders.h"
@@ -22,11 +28,28 @@ URL normalized(SymlinkResolver& resolver, const URL& url) {
     return url.resolvingSymlinksInPath(resolver).standardizedFileURL();
 }
 
+/// What lies at a location, unless that has other names, too, under which it would stay.
+std::optional<FileStamp> onlyFileAt(FileSystem& files, const URL& location) {
+    struct stat status{};
+    const bool isOnly =
+        files.linkStatus(AT_FDCWD, std::string(location.path()).c_str(), status) == 0 &&
+        S_ISREG(status.st_mode) && status.st_nlink == 1;
+    if (!isOnly) return std::nullopt;
+    return FileStamp(status);
+}
+
+/// A folder may be mounted at two places, and a system may take upper and lower case for the same:
+/// then one file has two locations that do not look alike.
 void refuseToOverwrite(FileSystem& files, std::span<const URL> sources, const URL& destination) {
     SymlinkResolver resolver(files);
     const URL target = normalized(resolver, destination);
-    for (const URL& source : sources)
-        if (normalized(resolver, source) == target) throw Failure::sourceOverwrite();
+    const auto replaced = onlyFileAt(files, target);
+    for (const URL& source : sources) {
+        const URL location = normalized(resolver, source);
+        const auto file = replaced ? onlyFileAt(files, location) : std::nullopt;
+        if (location == target || (file && file->isSameFile(*replaced)))
+            throw Failure::sourceOverwrite();
+    }
 }
 
 /// The document, which may have changed while it was read.

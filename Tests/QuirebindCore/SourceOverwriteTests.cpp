@@ -5,11 +5,15 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "QuirebindCore/MergeOn.h"
 #include "Tests/QuirebindCore/CoreTestSupport.h"
+#include "Tests/Support/FaultyFileSystem.h"
 
 namespace quirebind::coretest {
 namespace {
@@ -123,6 +127,42 @@ TEST(SourceOverwrite, ofAHardLinkLeavesTheSourceWhole) {
     merge({sources.a(), sources.b()}, sources.folder() / "hard.pdf");
     sources.expectUntouched();
     EXPECT_TRUE(test::pageCounts(sources.folder() / "hard.pdf").allAre(3));
+}
+
+/// The folder "first" can also be reached as "second", as one that is mounted there would.
+class MountedTwice : public FaultyFileSystem {
+ public:
+    int open(int folder, const char* path, int flags, mode_t mode) override {
+        return FaultyFileSystem::open(folder, mounted(path).c_str(), flags, mode);
+    }
+    int linkStatus(int folder, const char* name, struct stat& result) override {
+        return FaultyFileSystem::linkStatus(folder, mounted(name).c_str(), result);
+    }
+
+ private:
+    static std::string mounted(std::string path) {
+        constexpr std::string_view kSecond = "second";
+        if (const std::size_t at = path.find(kSecond); at != std::string::npos)
+            path.replace(at, kSecond.size(), "first");
+        return path;
+    }
+};
+
+TEST(SourceOverwrite, isRefusedWhereAFolderIsMountedTwice) {
+    const TemporaryFolder folder;
+    fs::create_directory(folder.path() + "/first");
+    const std::string name = folder.path() + "/first/a.pdf";
+    fs::rename(addPages(folder, "a", 1), name);
+    const std::string bytes = folder.read("first/a.pdf");
+    const URL first = URL::file(name);
+    const URL second = URL::file(folder.path() + "/second/a.pdf");
+    MountedTwice files;
+    for (const auto& [source, destination] : {std::pair(first, second), std::pair(second, first)}) {
+        const auto failure =
+            failureOf([&] { PDFMerger::mergeOn(files, std::vector{source}, destination); });
+        expectFailure(failure, Kind::sourceOverwrite);
+        EXPECT_EQ(folder.read("first/a.pdf"), bytes);
+    }
 }
 
 }  // namespace
