@@ -101,7 +101,9 @@ std::string AttributeClasses::definitionOf(const std::string& name) {
         }
         out.append("]");
     });
-    return isSound ? std::string(out.text()) : std::string();
+    const Value definition(out.text());
+    const bool isOne = definition.isDictionary() || definition.isArray() || definition.reference();
+    return isSound && isOne ? std::string(out.text()) : std::string();
 }
 
 void AttributeClasses::appendAttributes(Value attributes, ByteBuffer& out) {

@@ -22,10 +22,12 @@ void appendDefinitions(std::string_view key, const SharedNames& names, Kind kind
     for (const auto& [name, definition] : names.definitions()) {
         if (definition.empty()) continue;
         appendName(name, out);
-        if (kind == Kind::names)
+        if (kind == Kind::names) {
             appendName(definition, out);
-        else
+        } else {
+            out.append(" ");
             out.append(definition);
+        }
     }
     if (out.size() == empty)
         out.shrink(before);

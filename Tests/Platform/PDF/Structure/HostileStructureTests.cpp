@@ -163,6 +163,14 @@ TEST(HostileStructure, aTypeThatManyElementsShareIsNotMultiplied) {
     EXPECT_LT(Bench::read(merged).size(), 50'000'000);
 }
 
+TEST(HostileStructure, classesThatAreNoAttributesAreNone) {
+    const Bench bench;
+    const std::string merged = mergeTwice(
+        bench, taggedPage("/K 41 0 R /ClassMap << /a 99 0 R /b << /O /Table >> /c 7 /d null >>",
+                          element(41, "/S /P /P 40 0 R /C [/a /b /c /d] /K 0 /Pg 3 0 R")));
+    EXPECT_THAT(rootOf(merged), HasSubstr("/ClassMap << /b << /O /Table >> >>"));
+}
+
 TEST(HostileStructure, namesThatAreInTheWayMakeNoLongOnes) {
     SharedNames names;
     std::string taken = "a_2";
