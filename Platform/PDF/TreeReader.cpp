@@ -47,8 +47,12 @@ class TreeWalk {
         return true;
     }
 
+    /// An array that several nodes refer to is visited once, too.
     bool visitPairs(Value node) {
-        ArrayReader elements(reader_.resolve(node.find(pairs_)));
+        const Value pairs = node.find(pairs_);
+        if (const auto reference = pairs.reference())
+            if (!visited_.insert(reference->number).second) return true;
+        ArrayReader elements(reader_.resolve(pairs));
         while (const auto key = elements.next()) {
             const auto value = elements.next();
             if (!value) return true;
