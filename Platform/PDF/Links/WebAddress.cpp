@@ -27,7 +27,10 @@ std::string withoutDots(std::string_view path) {
         const std::size_t end = std::min(path.find('/', at + 1), path.size());
         const std::string_view segment = path.substr(at, end - at);
         const bool isLast = end == path.size();
-        if (segment == "/..") result.erase(std::min(result.rfind('/'), result.size()));
+        if (segment == "/..") {
+            const std::size_t last = result.rfind('/');
+            result.erase(last == std::string::npos ? 0 : last);
+        }
         const bool isDots = segment == "/.." || segment == "/.";
         if (isDots && isLast) result += '/';
         if (!isDots) result += segment;

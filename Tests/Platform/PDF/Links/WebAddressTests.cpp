@@ -40,6 +40,13 @@ TEST(WebAddress, isThatOfTheBaseWithWhatTheReferenceChanges) {
         EXPECT_EQ(resolvedAddress(kBase, reference), address) << reference;
 }
 
+TEST(WebAddress, goesUpNoFurtherThanThereIsSomething) {
+    std::string up;
+    for (int i = 0; i < 200'000; ++i) up += "/..";
+    EXPECT_EQ(resolvedAddress("http://a/b/c", "x" + up + "/y"), "http://a/y");
+    EXPECT_EQ(resolvedAddress("scheme:b", std::string(1'000'000, 'x') + up + "/y"), "scheme:/y");
+}
+
 TEST(WebAddress, mayHaveABaseWithoutAPath) {
     EXPECT_EQ(resolvedAddress("http://example.org", "a/b"), "http://example.org/a/b");
     EXPECT_EQ(resolvedAddress("http://example.org", "/a"), "http://example.org/a");
