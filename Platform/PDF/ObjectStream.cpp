@@ -36,6 +36,10 @@ ObjectStream::ObjectStream(std::string decoded, std::size_t encodedSize, std::si
 
 const ObjectStream::Member* ObjectStream::member(std::uint32_t number, std::uint32_t index) {
     if (index < members_.size() && members_[index].number == number) return &members_[index];
+    if (!std::exchange(wasWrong_, true)) {
+        const auto found = std::ranges::find(members_, number, &Member::number);
+        return found == members_.end() ? nullptr : &*found;
+    }
     const auto numberOf = [this](std::uint32_t i) { return members_[i].number; };
     if (byNumber_.empty()) {
         byNumber_.resize(members_.size());
@@ -62,7 +66,8 @@ std::optional<Value> ObjectStream::find(std::uint32_t number, std::uint32_t inde
 }
 
 std::size_t ObjectStream::cost() const {
-    return text_.capacity() + members_.capacity() * sizeof(Member);
+    return text_.capacity() + members_.capacity() * sizeof(Member) +
+           byNumber_.capacity() * sizeof(std::uint32_t);
 }
 
 }  // namespace quirebind

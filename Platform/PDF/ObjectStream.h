@@ -58,7 +58,8 @@ class ObjectStream {
     bool whole_;
     double packedRatio_;  // what a byte of a value took, with its share of all that is no value
     std::vector<Member> members_;
-    std::vector<std::uint32_t> byNumber_;  // indexes into members_, once an index was wrong
+    bool wasWrong_ = false;                // an index was
+    std::vector<std::uint32_t> byNumber_;  // indexes into members_, once a second one was
 };
 
 }  // namespace quirebind
