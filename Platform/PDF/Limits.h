@@ -118,6 +118,11 @@ inline constexpr std::uint64_t kThreadTitles = std::uint64_t{64} << 20U;
 /// fields may share a longer one, as one object. Real ones have some 20 bytes.
 inline constexpr std::size_t kFieldName = 1024;
 
+/// Bytes of names and default appearances of the fields of one source that get others, and for each
+/// byte of the file: many fields may share one string.
+inline constexpr std::uint64_t kRenamed = std::uint64_t{16} << 20U;
+inline constexpr std::uint64_t kRenamedPerByte = 16;
+
 /// The longest default appearance of a form that is written out in each of its fields when it can
 /// no longer be said for all of them together: they share a longer one. Real ones have some 20
 /// bytes.

@@ -4,6 +4,7 @@
 #include "Platform/PDF/Forms/FieldRewriter.h"
 
 #include <cstddef>
+#include <vector>
 
 #include "Platform/PDF/Limits.h"
 #include "Platform/PDF/PDFString.h"
@@ -53,6 +54,7 @@ bool FieldRewriter::rewriteEntry(FormChanges::Field& change, Value field,
 bool FieldRewriter::rename(Value name, EntryRewriter& entries) {
     const auto renamed = changes_.names.renamed(stringBytes(reader_.resolve(name)));
     if (!renamed) return false;
+    room_.spend(renamed->size());
     appendLiteralString(*renamed, entries.replace());
     return true;
 }
@@ -61,6 +63,7 @@ bool FieldRewriter::rewriteAppearance(Value appearance, EntryRewriter& entries) 
     const auto renamed =
         renameResources(stringBytes(reader_.resolve(appearance)), changes_.resources);
     if (!renamed) return false;
+    room_.spend(renamed->size());
     appendLiteralString(*renamed, entries.replace());
     return true;
 }
@@ -73,13 +76,33 @@ bool FieldRewriter::holdsSignature(FormChanges::Field& change, Value field) {
 /// The type of a field is inherited (table 226). What is no field of a known type holds one where
 /// the value says which bytes were signed.
 bool FieldRewriter::isSigned(Value field) {
+    if (const auto type = inheritedType(field)) return *type == Type::signature;
+    return !reader_.resolve(reader_.resolve(field.find("V")).find("ByteRange")).isNull();
+}
+
+/// Many fields have the same parent, and that may be large.
+std::optional<FieldRewriter::Type> FieldRewriter::inheritedType(Value field) {
+    std::vector<std::uint32_t> parents;
+    std::optional<Type> found;
     Value node = field;
     for (int i = 0; i < limits::kFieldParents && node.isDictionary(); ++i) {
         const Value type = reader_.resolve(node.find("FT"));
-        if (!type.isNull()) return type.isName("Sig");
-        node = reader_.resolve(node.find("Parent"));
+        if (!type.isNull()) {
+            found = type.isName("Sig") ? Type::signature : Type::other;
+            break;
+        }
+        const Value parent = node.find("Parent");
+        if (const auto reference = parent.reference()) {
+            if (const auto known = types_.find(reference->number); known != types_.end()) {
+                found = known->second;
+                break;
+            }
+            parents.push_back(reference->number);
+        }
+        node = reader_.resolve(parent);
     }
-    return !reader_.resolve(reader_.resolve(field.find("V")).find("ByteRange")).isNull();
+    for (const std::uint32_t parent : parents) types_.emplace(parent, found);
+    return found;
 }
 
 }  // namespace quirebind

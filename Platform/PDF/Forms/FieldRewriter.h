@@ -3,12 +3,18 @@
 
 #pragma once
 
+#include <cstdint>
+#include <map>
+#include <optional>
+
 #include "Platform/Files/ByteBuffer.h"
 #include "Platform/PDF/EntryRewriter.h"
 #include "Platform/PDF/Forms/FormChanges.h"
+#include "Platform/PDF/Limits.h"
 #include "Platform/PDF/MappedText.h"
 #include "Platform/PDF/ObjectCopier.h"
 #include "Platform/PDF/Value.h"
+#include "Platform/PDF/WorkBudget.h"
 
 namespace quirebind {
 
@@ -19,7 +25,10 @@ class FieldRewriter {
  public:
     /// Both must outlive this.
     FieldRewriter(ObjectCopier& copier, const FormChanges& changes)
-        : copier_(copier), reader_(copier.reader()), changes_(changes) {}
+        : copier_(copier),
+          reader_(copier.reader()),
+          changes_(changes),
+          room_(limits::kRenamed + limits::kRenamedPerByte * copier.reader().image().size()) {}
 
     /// What changes in `annotation`, which is object `number`, or 0 where it is none of its own.
     [[nodiscard]] FormChanges::Field changesOf(std::uint32_t number, Value annotation);
@@ -32,14 +41,20 @@ class FieldRewriter {
                                     const DictionaryEntry& entry, EntryRewriter& entries);
 
  private:
+    /// What a field's type says of its value.
+    enum class Type : std::uint8_t { signature, other };
+
     [[nodiscard]] bool rename(Value name, EntryRewriter& entries);
     [[nodiscard]] bool rewriteAppearance(Value appearance, EntryRewriter& entries);
     [[nodiscard]] bool holdsSignature(FormChanges::Field& change, Value field);
     [[nodiscard]] bool isSigned(Value field);
+    [[nodiscard]] std::optional<Type> inheritedType(Value field);
 
     ObjectCopier& copier_;
     ObjectReader& reader_;
     const FormChanges& changes_;
+    std::map<std::uint32_t, std::optional<Type>> types_;  // that fields have from these parents
+    WorkBudget room_;                                     // for names and appearances written anew
 };
 
 }  // namespace quirebind

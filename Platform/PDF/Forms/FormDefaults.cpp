@@ -23,7 +23,8 @@ FormDefaults::Taken FormDefaults::takenByStray(Value annotation, ObjectReader& r
     DictionaryReader entries(annotation);
     while (const auto entry = entries.next()) {
         isField = isField || entry->key.isName("FT") || entry->key.isName("Kids");
-        if (entry->key.isName("Parent") && !reader.isAbsent(entry->value)) return {};
+        // To ask whether the parent is there would read one after the other, again and again.
+        if (entry->key.isName("Parent") && !entry->value.isNull()) return {};
     }
     return isField ? takenByRoot(annotation, reader) : Taken();
 }

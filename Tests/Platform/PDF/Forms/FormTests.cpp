@@ -3,6 +3,7 @@
 
 // The forms of several documents are one form that works.
 
+#include <array>
 #include <regex>
 #include <string>
 #include <vector>
@@ -83,6 +84,26 @@ TEST(Form, isTheOnlyOneThatItsActionsAreOn) {
         << list;
     EXPECT_THAT(test::objectText(merged, match.str(1)), HasSubstr("(first)"));
     EXPECT_THAT(test::objectText(merged, match.str(2)), HasSubstr("(second)"));
+}
+
+TEST(Form, mayHaveThousandsOfFieldsBelowFewParents) {
+    constexpr int kFields = 8000;
+    constexpr int kFirst = 100;
+    std::string fields;
+    std::array<std::string, 2> kids;
+    for (int i = kFirst; i < kFirst + kFields; ++i) {
+        const std::string number = std::to_string(i);
+        const auto parent = static_cast<std::size_t>(i % 2);
+        fields += object(
+            i, "<< /T (f" + number + ") /V (x) /Parent " + std::to_string(6 + parent) + " 0 R >>");
+        kids.at(parent) += number + " 0 R ";
+    }
+    const Bench bench;
+    const std::string merged = bench.mergeFixture(
+        formDocument("<< /Fields [6 0 R 7 0 R] /DA (/Helv 9 Tf) >>", "[]",
+                     object(6, "<< /T (a) /FT /Tx /Kids [" + kids[0] + "] >>") +
+                         object(7, "<< /T (b) /FT /Tx /Kids [" + kids[1] + "] >>") + fields));
+    EXPECT_EQ(countOf("/V (x)", Bench::read(merged)), static_cast<std::size_t>(kFields));
 }
 
 TEST(Form, keepsWhatAFieldIs) {
