@@ -87,6 +87,16 @@ _OF_WHOLE_DOCUMENTS = (
     "when it is opened or closed, scripts that belong to no page or field, how its window should "
     "look, its title, author and other metadata, and that it is a portfolio.")
 
+_WHERE_JOINED = (
+    "Nor, where documents are joined: forms that are made anew when they are opened (XFA), other "
+    "than the fields that such a file also has as others do; a second configuration of layers; "
+    "output intents that differ; that a document has tags, beside one that has none, though the "
+    "tags are there. Where one form wants its fields drawn anew (`NeedAppearances`), readers draw "
+    "those of all documents anew. Scripts that make names of fields while they run, or reset all "
+    "fields, and buttons that reset or submit all fields but some, may mean those of other "
+    "documents; so may fields of one name that their forms do not list, and fonts that a form "
+    "names and does not have.")
+
 
 def _shortcomings(sections: Sections) -> str:
     """What the first tool does not keep, however little."""
@@ -94,7 +104,7 @@ def _shortcomings(sections: Sections) -> str:
                    else f"{row.name}.")
              for _, rows in sections for row, outcomes in rows if said(outcomes[0]) != KEPT]
     return "\n".join(["## What Quirebind does not keep", ""] + (lines or ["Nothing of the above."]) +
-                     ["", _fill(_OF_WHOLE_DOCUMENTS)])
+                     ["", _fill(_OF_WHOLE_DOCUMENTS), "", _fill(_WHERE_JOINED)])
 
 
 def _fill(paragraph: str) -> str:

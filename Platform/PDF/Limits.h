@@ -205,7 +205,7 @@ inline constexpr std::size_t kScannedValue = std::size_t{16} << 20U;
 inline constexpr std::size_t kWindowBytes = std::size_t{2} << 20U;
 
 /// What a source may keep in memory of a file that is read in any order, and of its decoded object
-/// streams, each.
+/// streams, each. What a smaller file leaves is for these.
 inline constexpr std::size_t kResidentBytes = std::size_t{16} << 20U;
 
 }  // namespace quirebind::limits

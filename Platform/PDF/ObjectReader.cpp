@@ -323,7 +323,10 @@ void ObjectReader::trim() {
     image_.trim();
     decrypted_.clear();
     roomForDecrypted_ = WorkBudget(sizeDecrypted());
-    while (streamsCost_ > limits::kResidentBytes && recent_.size() > 1) {
+    // What a small file leaves is for what it decodes to.
+    const auto ofFile = std::min<std::uint64_t>(image_.size(), limits::kResidentBytes);
+    const std::uint64_t room = 2 * limits::kResidentBytes - ofFile;
+    while (streamsCost_ > room && recent_.size() > 1) {
         streamsCost_ -= recent_.back().stream->cost();
         streams_.erase(recent_.back().number);
         recent_.pop_back();
