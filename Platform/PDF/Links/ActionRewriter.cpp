@@ -64,7 +64,11 @@ void ActionRewriter::rewriteAction(Value action, MappedText& text, ByteBuffer& o
 bool ActionRewriter::rewriteByKind(const Kind& kind, const DictionaryEntry& entry,
                                    EntryRewriter& entries) {
     const Value key = entry.key;
-    if (kind.goesTo && key.isName("D")) {
+    const bool isSaidBefore = (kind.page && (key.isName("N") || key.isName("D"))) ||
+                              (kind.meansWholeForm && key.isName("Fields"));
+    if (isSaidBefore) {
+        entries.drop();
+    } else if (kind.goesTo && key.isName("D")) {
         ByteBuffer destination;
         if (destinations_.append(entry.value, destination))
             entries.replace().append(destination.text());
@@ -76,10 +80,6 @@ bool ActionRewriter::rewriteByKind(const Kind& kind, const DictionaryEntry& entr
         rewriteAddress(entry.value, entries);
     } else if (kind.page && key.isName("S")) {
         entries.replace().append("/GoTo");
-    } else if (kind.page && (key.isName("N") || key.isName("D"))) {
-        entries.drop();
-    } else if (kind.meansWholeForm && key.isName("Fields")) {
-        entries.drop();
     } else if (kind.meansWholeForm && key.isName("Flags")) {
         rewriteFlags(entry.value, entries);
     } else {
