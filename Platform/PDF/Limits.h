@@ -49,8 +49,8 @@ inline constexpr std::size_t kViewElement = 32;
 inline constexpr std::uint64_t kDestinations = std::uint64_t{64} << 20U;
 inline constexpr std::uint64_t kDestinationsPerByte = 16;
 
-/// Memory for the named destinations of a source, and for each byte of it: nodes of their tree may
-/// share one array of names.
+/// Memory for the named destinations of a source, and for each byte of it: an empty name and its
+/// value take two bytes of an array, and there many times as much.
 inline constexpr std::uint64_t kNamedDestinations = std::uint64_t{16} << 20U;
 inline constexpr std::uint64_t kNamedDestinationsPerByte = 8;
 
