@@ -226,7 +226,7 @@ class TableCursor {
 
 CrossReferenceReader::CrossReferenceReader(SourceImage& image)
     : image_(image),
-      budget_(limits::kSyntaxTotal + limits::kSyntaxPerByte * image.storedBytes()),
+      budget_(limits::kSyntax, image.storedBytes()),
       result_{ObjectTable(image.size()), {}} {}
 
 CrossReference CrossReferenceReader::read() {

@@ -8,6 +8,12 @@
 
 namespace quirebind::limits {
 
+/// So much for any file, and so much more for each of its bytes that is no hole.
+struct Allowance {
+    std::uint64_t fixed;
+    std::uint64_t perByte;
+};
+
 // What a file may ask of us. Each number is far beyond what real documents need and small enough
 // that a hostile one cannot exhaust the machine. Memory is taken as bytes are read, not because a
 // number in the file asks for it; the one exception is the list of an object table's pages, which a
@@ -44,15 +50,13 @@ inline constexpr std::uint64_t kColourProfile = std::uint64_t{16} << 20U;
 inline constexpr std::size_t kViewElement = 32;
 
 /// Bytes of the destinations of one source's links, as they are read and as they are written, and
-/// counting what a name or an object stands for each time: a fixed part and a multiple of the
-/// file's size. So many again of web addresses that are written in full.
-inline constexpr std::uint64_t kDestinations = std::uint64_t{64} << 20U;
-inline constexpr std::uint64_t kDestinationsPerByte = 16;
+/// counting what a name or an object stands for each time. So many again of web addresses that are
+/// written in full.
+inline constexpr Allowance kDestinations{.fixed = std::uint64_t{64} << 20U, .perByte = 16};
 
-/// Memory for the named destinations of a source, and for each byte of it: an empty name and its
-/// value take two bytes of an array, and there many times as much.
-inline constexpr std::uint64_t kNamedDestinations = std::uint64_t{16} << 20U;
-inline constexpr std::uint64_t kNamedDestinationsPerByte = 8;
+/// Bytes of memory for the named destinations of a source: an empty name and its value take two
+/// bytes of an array, and there many times as much.
+inline constexpr Allowance kNamedDestinations{.fixed = std::uint64_t{16} << 20U, .perByte = 8};
 
 /// The longest base of a document's web addresses: what counts from it is written out in full.
 inline constexpr std::size_t kBaseAddress = 256;
@@ -61,12 +65,11 @@ inline constexpr std::size_t kBaseAddress = 256;
 inline constexpr std::size_t kShownLinks = 100'000;
 
 /// Bytes of page-tree nodes that are no objects of their own, counting what stands in another one
-/// again; and the file's size.
-inline constexpr std::uint64_t kDirectNodes = std::uint64_t{16} << 20U;
+/// again.
+inline constexpr Allowance kDirectNodes{.fixed = std::uint64_t{16} << 20U, .perByte = 1};
 
-/// Bytes of pages that the tree of one source lists again, and for each byte of the file.
-inline constexpr std::uint64_t kRepeatedPages = std::uint64_t{64} << 20U;
-inline constexpr std::uint64_t kRepeatedPagesPerByte = 16;
+/// Bytes of pages that the tree of one source lists again.
+inline constexpr Allowance kRepeatedPages{.fixed = std::uint64_t{64} << 20U, .perByte = 16};
 
 /// Intents that one optional content group has, or a configuration. Real ones have one or two.
 inline constexpr int kIntents = 32;
@@ -83,10 +86,8 @@ inline constexpr std::size_t kLayerOrderDepth = 64;
 inline constexpr std::uint64_t kLayerOrder = std::uint64_t{64} << 20U;
 
 /// Bytes that the structure elements of one source may take from objects that several of them share
-/// and write each for itself, and for each byte of the file; and the same for its attribute
-/// classes.
-inline constexpr std::uint64_t kSharedInStructure = std::uint64_t{8} << 20U;
-inline constexpr std::uint64_t kSharedInStructurePerByte = 16;
+/// and write each for itself; and the same for its attribute classes.
+inline constexpr Allowance kSharedInStructure{.fixed = std::uint64_t{8} << 20U, .perByte = 16};
 
 /// The longest name of a document's language, as it is written. It is said again in the topmost
 /// structure elements. Real ones have some 5 characters, and hardly more than 35.
@@ -118,10 +119,9 @@ inline constexpr std::uint64_t kThreadTitles = std::uint64_t{64} << 20U;
 /// fields may share a longer one, as one object. Real ones have some 20 bytes.
 inline constexpr std::size_t kFieldName = 1024;
 
-/// Bytes of names and default appearances of the fields of one source that get others, and for each
-/// byte of the file: many fields may share one string.
-inline constexpr std::uint64_t kRenamed = std::uint64_t{16} << 20U;
-inline constexpr std::uint64_t kRenamedPerByte = 16;
+/// Bytes of names and default appearances of the fields of one source that get others: many fields
+/// may share one string.
+inline constexpr Allowance kRenamed{.fixed = std::uint64_t{16} << 20U, .perByte = 16};
 
 /// The longest default appearance of a form that is written out in each of its fields when it can
 /// no longer be said for all of them together: they share a longer one. Real ones have some 20
@@ -160,14 +160,12 @@ inline constexpr std::size_t kWildObjectNumbers = std::size_t{1} << 20U;
 inline constexpr std::size_t kDecodedStream = std::size_t{64} << 20U;
 
 /// Decoded bytes of all those streams of a document, counting a stream again each time it has to be
-/// decoded again: a fixed part and a multiple of the file's size.
-inline constexpr std::uint64_t kDecodedTotal = std::uint64_t{256} << 20U;
-inline constexpr std::uint64_t kDecodedPerByte = 32;
+/// decoded again.
+inline constexpr Allowance kDecoded{.fixed = std::uint64_t{256} << 20U, .perByte = 32};
 
 /// Bytes of syntax read in one document, again counted each time: reading the same bytes through
 /// many references is how a small file makes a reader work for ever.
-inline constexpr std::uint64_t kSyntaxTotal = std::uint64_t{256} << 20U;
-inline constexpr std::uint64_t kSyntaxPerByte = 16;
+inline constexpr Allowance kSyntax{.fixed = std::uint64_t{256} << 20U, .perByte = 16};
 
 /// Objects in one object stream. Writers put a few hundred there.
 inline constexpr std::size_t kObjectStreamMembers = std::size_t{1} << 20U;
@@ -187,8 +185,7 @@ inline constexpr std::size_t kUsualTail = 1024;
 
 /// Bytes looked at in scanning a damaged file for its objects. One pass needs about two for each
 /// byte of the file; the rest is for broken objects, of which the end has to be looked for.
-inline constexpr std::uint64_t kScanTotal = std::uint64_t{64} << 20U;
-inline constexpr std::uint64_t kScanPerByte = 8;
+inline constexpr Allowance kScan{.fixed = std::uint64_t{64} << 20U, .perByte = 8};
 
 /// Size in bytes up to which holes in a file count as bytes that are stored.
 inline constexpr std::uint64_t kCertainlyStored = std::uint64_t{1} << 30U;

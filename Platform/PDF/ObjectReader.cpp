@@ -48,8 +48,8 @@ IndirectObject readIndirectObject(SourceImage& image, std::uint64_t offset, Work
 ObjectReader::ObjectReader(SourceImage image, ObjectTable table)
     : image_(std::move(image)),
       table_(std::move(table)),
-      syntax_(limits::kSyntaxTotal + limits::kSyntaxPerByte * image_.storedBytes()),
-      decoding_(limits::kDecodedTotal + limits::kDecodedPerByte * image_.storedBytes()),
+      syntax_(limits::kSyntax, image_.storedBytes()),
+      decoding_(limits::kDecoded, image_.storedBytes()),
       roomForDecrypted_(sizeDecrypted()) {}
 
 bool ObjectReader::exists(Reference reference) {

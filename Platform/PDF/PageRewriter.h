@@ -25,8 +25,7 @@ class PageRewriter {
           copier_(copier),
           shared_(tree.values().size()),
           entries_(entries),
-          room_(limits::kRepeatedPages +
-                limits::kRepeatedPagesPerByte * copier.reader().image().size()) {}
+          room_(limits::kRepeatedPages, copier.reader().image().storedBytes()) {}
 
     /// Writes page `index` as object `output` below the node `parent`. What it refers to is queued.
     /// A page without a usable /MediaBox gets one of US Letter size: so big do readers show it.

@@ -21,7 +21,7 @@ class PageTreeWalk {
     PageTreeWalk(ObjectReader& reader, PageTree::Damage damage)
         : reader_(reader),
           bypasses_(damage == PageTree::Damage::bypassed),
-          room_(limits::kPages + reader.image().size() / limits::kBytesPerPage) {}
+          room_(limits::kPages + reader.image().storedBytes() / limits::kBytesPerPage) {}
 
     PageTree run(Value root) {
         openRoot(findRoot(root));
@@ -336,7 +336,7 @@ class PageTreeWalk {
     std::uint64_t pageShape_ = 0;                            // that of the last page
     std::vector<OpenNode> open_;
     std::vector<std::string> directs_;  // kids that are no objects of their own
-    WorkBudget directRoom_{limits::kDirectNodes + reader_.image().size()};
+    WorkBudget directRoom_{limits::kDirectNodes, reader_.image().storedBytes()};
     std::set<std::uint32_t> onPath_;  // the nodes in open_
     std::map<std::uint32_t, PageTree::Inheritance> ownValues_;
 };

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "Platform/PDF/DamagedDocument.h"
+#include "Platform/PDF/Limits.h"
 
 namespace quirebind {
 
@@ -15,6 +16,10 @@ namespace quirebind {
 class WorkBudget {
  public:
     explicit WorkBudget(std::uint64_t bytes) : left_(bytes) {}
+
+    /// What `allowance` makes of a file of which so many bytes are stored.
+    WorkBudget(const limits::Allowance& allowance, std::uint64_t storedBytes)
+        : left_(allowance.fixed + allowance.perByte * storedBytes) {}
 
     /// Throws DamagedDocument when so much is not left, and from then on whatever is asked for.
     void spend(std::uint64_t bytes) {

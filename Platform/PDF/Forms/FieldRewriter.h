@@ -28,7 +28,7 @@ class FieldRewriter {
         : copier_(copier),
           reader_(copier.reader()),
           changes_(changes),
-          room_(limits::kRenamed + limits::kRenamedPerByte * copier.reader().image().size()) {}
+          room_(limits::kRenamed, copier.reader().image().storedBytes()) {}
 
     /// What changes in `annotation`, which is object `number`, or 0 where it is none of its own.
     [[nodiscard]] FormChanges::Field changesOf(std::uint32_t number, Value annotation);

@@ -28,8 +28,7 @@ class ActionRewriter : public ObjectRewriter {
           destinations_(destinations),
           catalog_(catalog),
           threads_(copier.reader(), catalog),
-          room_(limits::kDestinations +
-                limits::kDestinationsPerByte * copier.reader().image().size()) {}
+          room_(limits::kDestinations, copier.reader().image().storedBytes()) {}
 
     /// Lets actions on all fields be on those of this source only; `form` must outlive this.
     void setForm(FormChanges& form) { form_ = &form; }

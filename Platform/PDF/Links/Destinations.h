@@ -29,7 +29,7 @@ class Destinations {
         : reader_(reader),
           names_(names),
           pages_(pages),
-          room_(limits::kDestinations + limits::kDestinationsPerByte * reader.image().size()) {}
+          room_(limits::kDestinations, reader.image().storedBytes()) {}
 
     /// Appends the destination that `value` means: the copy of its page and the same view. Where
     /// there is no such page it appends null for it, which leads nowhere. False, and nothing

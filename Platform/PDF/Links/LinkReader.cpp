@@ -59,7 +59,7 @@ Value LinkReader::destinationOf(Value annotation) {
 std::optional<PagePosition> LinkReader::positionOf(const PageLink& link) {
     std::optional<PagePosition> position;
     try {
-        WorkBudget room(limits::kDestinations);
+        WorkBudget room(limits::kDestinations, document_.reader().image().storedBytes());
         const auto destination =
             explicitDestination(Value(link.destination), document_.reader(), names_, room);
         if (destination) {

@@ -27,8 +27,7 @@ class NamedDestinations {
     NamedDestinations(ObjectReader& reader, const Catalog& catalog)
         : reader_(reader),
           catalog_(catalog),
-          room_(limits::kNamedDestinations +
-                limits::kNamedDestinationsPerByte * reader.image().size()) {}
+          room_(limits::kNamedDestinations, reader.image().storedBytes()) {}
 
     /// Where destinations are listed: what is a string in a link stands in the tree, what is a name
     /// in the dictionary. Files have them the other way round, too.

@@ -109,7 +109,7 @@ bool isInside(std::span<const std::pair<std::uint64_t, std::uint64_t>> ranges,
 }  // namespace
 
 FileScanner::FileScanner(SourceImage& image)
-    : window_(image), budget_(limits::kScanTotal + limits::kScanPerByte * image.storedBytes()) {}
+    : window_(image), budget_(limits::kScan, image.storedBytes()) {}
 
 FileScan FileScanner::scan() {
     while (at_ < window_.size()) readGap();

@@ -46,7 +46,7 @@ bool LostObjects::include(Reference reference, SourceImage& image) {
 }
 
 ObjectTable LostObjects::readSections(SourceImage& image) {
-    WorkBudget budget(limits::kScanTotal + limits::kScanPerByte * image.storedBytes());
+    WorkBudget budget(limits::kScan, image.storedBytes());
     CrossReferenceReader reader(image);
     const auto noteSize = [this](const std::string& trailer) {
         const auto size = Value(trailer).find("Size").integer();

@@ -57,9 +57,7 @@ bool isWellFormed(Value dictionary) {
 }  // namespace
 
 RootSearch::RootSearch(const FileScan& scan, ObjectReader& reader)
-    : scan_(scan),
-      reader_(reader),
-      budget_(limits::kScanTotal + limits::kScanPerByte * reader.image().storedBytes()) {
+    : scan_(scan), reader_(reader), budget_(limits::kScan, reader.image().storedBytes()) {
     for (const std::uint64_t offset : scan.trailers) trailers_.push_back({offset, std::nullopt});
     for (const ScannedObject& object : scan.objects)
         if (object.kind == Kind::crossReferenceStream)

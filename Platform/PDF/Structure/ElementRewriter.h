@@ -38,8 +38,7 @@ class ElementRewriter : public ObjectRewriter {
 
     explicit ElementRewriter(Context context)
         : context_(std::move(context)),
-          room_(limits::kSharedInStructure +
-                limits::kSharedInStructurePerByte * context_.copier.reader().image().size()) {}
+          room_(limits::kSharedInStructure, context_.copier.reader().image().storedBytes()) {}
 
     /// From now on only what is selected is written.
     void restrictTo(const ElementSelection& selection) { selection_ = &selection; }

@@ -65,8 +65,7 @@ AttributeClasses::AttributeClasses(SharedNames& classes, std::size_t source, Obj
     : classes_(classes),
       source_(source),
       copier_(copier),
-      room_(limits::kSharedInStructure +
-            limits::kSharedInStructurePerByte * copier.reader().image().size()) {}
+      room_(limits::kSharedInStructure, copier.reader().image().storedBytes()) {}
 
 void AttributeClasses::read(Value classMap) {
     DictionaryReader entries(classMap);
