@@ -1,11 +1,24 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
+#include <algorithm>
 #include <exception>
 #include <iostream>
+#include <string>
 #include <vector>
 
 #include "QuirebindCore/PDFMerger.h"
+
+namespace {
+
+/// What a terminal can show: the names of files may hold what commands it.
+std::string printable(std::string message) {
+    const auto isControl = [](char c) { return (c >= '\0' && c < ' ') || c == '\x7f'; };
+    std::replace_if(message.begin(), message.end(), isControl, '?');
+    return message;
+}
+
+}  // namespace
 
 /// merge-pdfs OUT IN...: exit status 0 when OUT was written, 1 when not, with the reason on
 /// standard error.
@@ -21,7 +34,7 @@ int main(int argc, char* argv[]) {
         quirebind::PDFMerger::merge(sources, URL::file(argv[1]));
         return 0;
     } catch (const std::exception& error) {
-        std::cerr << error.what() << '\n';
+        std::cerr << printable(error.what()) << '\n';
         return 1;
     }
 }

@@ -52,6 +52,13 @@ TEST(MergePDFs, saysWhyItRefuses) {
     expectComplaint(mergePDFs({folder / "no folder/out.pdf", a}), "No such file or directory");
 }
 
+TEST(MergePDFs, sendsNoCommandsToTheTerminal) {
+    const TemporaryFolder folder;
+    folder.write("\x1b[2J\n\x7f.pdf", "no PDF");
+    expectComplaint(mergePDFs({folder / "out.pdf", folder / "\x1b[2J\n\x7f.pdf"}),
+                    "Could not read every page of ?[2J??.pdf.");
+}
+
 TEST(MergePDFs, tellsHowItIsUsed) {
     const auto result = mergePDFs({});
     EXPECT_EQ(result.exitCode, 1);
