@@ -88,12 +88,20 @@ std::optional<Reference> ObjectReader::readId(std::uint64_t offset) {
 }
 
 bool ObjectReader::isAbsent(Value value) {
-    // Pages often share their resources, one after the other.
     const auto reference = value.reference();
-    if (reference && reference == present_) return false;
-    const bool isNull = resolve(value).isNull();
-    if (reference && !isNull) present_ = reference;
-    return isNull;
+    if (!reference) return value.isNull();
+    // Pages often share what is long, one after the other or in turn.
+    if (reference == present_) return false;
+    if (const auto known = longPresent_.find(reference->number);
+        known != longPresent_.end() && known->second == reference->generation)
+        return false;
+    const Value found = resolve(value);
+    if (found.isNull()) return true;
+    present_ = reference;
+    constexpr std::size_t kLong = 256;
+    if (found.text().size() > kLong)
+        longPresent_.insert_or_assign(reference->number, reference->generation);
+    return false;
 }
 
 SourceObject ObjectReader::read(std::uint32_t number, FoundParts* parts) {

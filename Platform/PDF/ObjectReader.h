@@ -136,6 +136,7 @@ class ObjectReader {
     std::optional<LostObjects> lost_;
     bool mends_ = false;
     std::optional<Reference> present_;  // what was last found to lead to something
+    std::map<std::uint32_t, std::uint32_t> longPresent_;  // the same of all that is long
     std::optional<ObjectTable> found_;  // the objects of the file, once an entry was wrong
     std::list<CachedStream> recent_;    // the most recently used first
     std::map<std::uint32_t, std::list<CachedStream>::iterator> streams_;

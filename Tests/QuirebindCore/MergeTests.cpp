@@ -14,6 +14,7 @@
 #include <sys/stat.h>
 
 #include "Tests/QuirebindCore/CoreTestSupport.h"
+#include "Tests/QuirebindCore/WrittenDocument.h"
 
 namespace quirebind::coretest {
 namespace {
@@ -230,6 +231,25 @@ TEST(Merge, isTheSameFileEachTime) {
     merge({a, a}, folder / "1.pdf");
     merge({a, a}, folder / "2.pdf");
     EXPECT_EQ(folder.read("1.pdf"), folder.read("2.pdf"));
+}
+
+TEST(Merge, worksWithManyPagesThatShareWhatIsLong) {
+    constexpr std::size_t kFirst = 11;
+    constexpr std::size_t kPages = 5000;
+    WrittenDocument file("", "", references(kFirst, kFirst + kPages));
+    file.object(4, "[0 0 9 9]");
+    for (const std::size_t resources : {5, 6})
+        file.object(resources, "<</XObject<<" + repeated("/Image 7 0 R ", 100'000) + ">>>>");
+    file.object(7, "null");
+    for (std::size_t i = 0; i < kPages; ++i) {
+        file.object(kFirst + i,
+                    "<</Type/Page/Parent 2 0 R/MediaBox 4 0 R/CropBox 4 0 R/Resources " +
+                        reference(5 + i % 2) + ">>");
+    }
+    const TemporaryFolder folder;
+    folder.write("a.pdf", file.finished());
+    merge({folder / "a.pdf"}, folder / "out.pdf");
+    EXPECT_TRUE(test::pageCounts(folder / "out.pdf").allAre(static_cast<int>(kPages)));
 }
 
 }  // namespace
