@@ -22,6 +22,10 @@ struct Allowance {
 /// How deep arrays and dictionaries may nest in one object. Real files stay below 100.
 inline constexpr std::size_t kNesting = 1024;
 
+/// Entries of the dictionary that an object is. The widest real ones list the glyphs of a font, or
+/// the destinations of a document in the old notation.
+inline constexpr std::size_t kEntries = std::size_t{1} << 20U;
+
 /// How many references may lead from one to the next before a value is reached.
 inline constexpr int kReferenceChain = 32;
 
@@ -31,7 +35,7 @@ inline constexpr std::size_t kPageTreeDepth = 4096;
 
 /// Pages of one document: so many in any, and one more for every few bytes of the file. A page tree
 /// may list a node twice, so that without this a few hundred bytes are a billion pages.
-inline constexpr std::uint64_t kPages = 65536;
+inline constexpr std::uint64_t kPages = 16384;
 inline constexpr std::uint64_t kBytesPerPage = 4;
 
 /// Cross-reference sections (one for each incremental update, two when linearized).
@@ -39,12 +43,21 @@ inline constexpr std::size_t kCrossReferenceSections = 65536;
 
 /// Bytes of the references to the nodes of one name tree or number tree, and of the nodes that
 /// stand in their parents directly, which no real tree does.
-inline constexpr std::uint64_t kTreeNodes = std::uint64_t{64} << 20U;
+inline constexpr Allowance kTreeNodes{.fixed = std::uint64_t{4} << 20U, .perByte = 16};
 
 /// Output intents of a document, and bytes of the colour profile of one. The largest that are used
 /// have a few megabytes; until all sources are known to agree, they are held in memory.
 inline constexpr std::size_t kOutputIntents = 16;
 inline constexpr std::uint64_t kColourProfile = std::uint64_t{16} << 20U;
+
+/// The longest text of an output intent, and of the dictionary of its profile: each is written with
+/// all that it refers to. Real ones have a few hundred bytes.
+inline constexpr std::size_t kOutputIntentText = std::size_t{64} << 10U;
+
+/// Bytes of the objects that are copied from one source, without those in object streams and
+/// without the bodies of streams; and what stands in several of these and is written in each. The
+/// objects of a file do not overlap, so that once for each byte is what real files need.
+inline constexpr Allowance kCopied{.fixed = std::uint64_t{1} << 20U, .perByte = 4};
 
 /// The longest name or number that a destination says about its view. Real ones have some 10 bytes.
 inline constexpr std::size_t kViewElement = 32;
@@ -52,7 +65,7 @@ inline constexpr std::size_t kViewElement = 32;
 /// Bytes of the destinations of one source's links, as they are read and as they are written, and
 /// counting what a name or an object stands for each time. So many again of web addresses that are
 /// written in full.
-inline constexpr Allowance kDestinations{.fixed = std::uint64_t{64} << 20U, .perByte = 16};
+inline constexpr Allowance kDestinations{.fixed = std::uint64_t{8} << 20U, .perByte = 16};
 
 /// Bytes of memory for the named destinations of a source: an empty name and its value take two
 /// bytes of an array, and there many times as much.
@@ -66,28 +79,28 @@ inline constexpr std::size_t kShownLinks = 100'000;
 
 /// Bytes of page-tree nodes that are no objects of their own, counting what stands in another one
 /// again.
-inline constexpr Allowance kDirectNodes{.fixed = std::uint64_t{16} << 20U, .perByte = 1};
+inline constexpr Allowance kDirectNodes{.fixed = std::uint64_t{4} << 20U, .perByte = 1};
 
 /// Bytes of pages that the tree of one source lists again.
-inline constexpr Allowance kRepeatedPages{.fixed = std::uint64_t{64} << 20U, .perByte = 16};
+inline constexpr Allowance kRepeatedPages{.fixed = std::uint64_t{4} << 20U, .perByte = 16};
 
 /// Intents that one optional content group has, or a configuration. Real ones have one or two.
 inline constexpr int kIntents = 32;
 
 /// Bytes of the lists that say which layers of one source are radio buttons and which change their
 /// states when; many may be the same array, which counts again.
-inline constexpr std::uint64_t kLayerLists = std::uint64_t{16} << 20U;
+inline constexpr Allowance kLayerLists{.fixed = std::uint64_t{1} << 20U, .perByte = 16};
 
 /// How deep the lists in the order of layers may be. Real ones have a few levels.
 inline constexpr std::size_t kLayerOrderDepth = 64;
 
 /// Bytes written for the order in which one source's layers are listed, counting what stands inside
 /// arrays once for each of them.
-inline constexpr std::uint64_t kLayerOrder = std::uint64_t{64} << 20U;
+inline constexpr Allowance kLayerOrder{.fixed = std::uint64_t{1} << 20U, .perByte = 16};
 
 /// Bytes that the structure elements of one source may take from objects that several of them share
 /// and write each for itself; and the same for its attribute classes.
-inline constexpr Allowance kSharedInStructure{.fixed = std::uint64_t{8} << 20U, .perByte = 16};
+inline constexpr Allowance kSharedInStructure{.fixed = std::uint64_t{1} << 20U, .perByte = 16};
 
 /// The longest name of a document's language, as it is written. It is said again in the topmost
 /// structure elements. Real ones have some 5 characters, and hardly more than 35.
@@ -113,7 +126,7 @@ inline constexpr int kNestedFields = 64;
 inline constexpr int kFieldParents = 32;
 
 /// The titles of a source's articles, each counted again.
-inline constexpr std::uint64_t kThreadTitles = std::uint64_t{64} << 20U;
+inline constexpr Allowance kThreadTitles{.fixed = std::uint64_t{1} << 20U, .perByte = 16};
 
 /// The longest name of a field, in UTF-8, that is told apart from those of other documents. Many
 /// fields may share a longer one, as one object. Real ones have some 20 bytes.
@@ -121,7 +134,7 @@ inline constexpr std::size_t kFieldName = 1024;
 
 /// Bytes of names and default appearances of the fields of one source that get others: many fields
 /// may share one string.
-inline constexpr Allowance kRenamed{.fixed = std::uint64_t{16} << 20U, .perByte = 16};
+inline constexpr Allowance kRenamed{.fixed = std::uint64_t{4} << 20U, .perByte = 16};
 
 /// The longest default appearance of a form that is written out in each of its fields when it can
 /// no longer be said for all of them together: they share a longer one. Real ones have some 20
@@ -144,7 +157,7 @@ inline constexpr std::size_t kNestedShared = 8;
 inline constexpr std::uint64_t kFormResources = std::uint64_t{2} << 20U;
 
 /// Decoded bytes of the scripts of one source in which names of fields are replaced.
-inline constexpr std::uint64_t kScripts = std::uint64_t{64} << 20U;
+inline constexpr Allowance kScripts{.fixed = std::uint64_t{2} << 20U, .perByte = 32};
 
 /// The largest object number (ISO 32000-2, annex C speaks of 8,388,607; files exceed it).
 inline constexpr std::uint64_t kObjectNumber = 0x7fffffff;
@@ -159,13 +172,17 @@ inline constexpr std::size_t kWildObjectNumbers = std::size_t{1} << 20U;
 /// Decoded bytes of one cross-reference stream or object stream.
 inline constexpr std::size_t kDecodedStream = std::size_t{64} << 20U;
 
+/// And of one of so many bytes as it is encoded. In real files each byte becomes 26 at most, but in
+/// streams of a few bytes and in one of nothing but nulls.
+inline constexpr Allowance kDecodedFrom{.fixed = std::uint64_t{2} << 20U, .perByte = 256};
+
 /// Decoded bytes of all those streams of a document, counting a stream again each time it has to be
 /// decoded again.
-inline constexpr Allowance kDecoded{.fixed = std::uint64_t{256} << 20U, .perByte = 32};
+inline constexpr Allowance kDecoded{.fixed = std::uint64_t{8} << 20U, .perByte = 64};
 
 /// Bytes of syntax read in one document, again counted each time: reading the same bytes through
 /// many references is how a small file makes a reader work for ever.
-inline constexpr Allowance kSyntax{.fixed = std::uint64_t{256} << 20U, .perByte = 16};
+inline constexpr Allowance kSyntax{.fixed = std::uint64_t{64} << 20U, .perByte = 32};
 
 /// Objects in one object stream. Writers put a few hundred there.
 inline constexpr std::size_t kObjectStreamMembers = std::size_t{1} << 20U;

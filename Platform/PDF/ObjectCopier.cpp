@@ -50,6 +50,7 @@ void ObjectCopier::copyPending(Damage damage) {
 }
 
 void ObjectCopier::copyCurrent(const SourceObject& object) {
+    if (!object.packed) texts_.spend(object.value.text().size());
     if (object.isStream && current_.role != Role::structureElement) {
         copyStream(object);
         return;
@@ -210,6 +211,7 @@ void ObjectCopier::appendFilters(const std::vector<StreamFilters::Filter>& filte
     if (filters.empty()) return;
     out.append("/Filter[");
     for (const StreamFilters::Filter& filter : filters) {
+        texts_.spend(filter.name.text().size() + filter.parameters.text().size());
         appendValue(filter.name, Role::plain, out);
         out.append(" ");
     }

@@ -36,6 +36,7 @@ class ObjectCopier {
           sharer_(reader, map_, writer, shared),
           keys_(keys, reader.table().flatLimit()),
           bodies_(reader.image().size()),
+          texts_(limits::kCopied, reader.image().storedBytes()),
           parts_(parts) {}
 
     [[nodiscard]] ObjectReader& reader() { return reader_; }
@@ -109,6 +110,7 @@ class ObjectCopier {
     std::array<ObjectRewriter*, kRoles> rewriters_{};
     ReferenceMap::Pending current_;
     WorkBudget bodies_;  // they do not overlap, so together they fit the file
+    WorkBudget texts_;   // nor do the objects without them
     FoundParts& parts_;  // of the object being copied
 };
 

@@ -108,13 +108,15 @@ Decoded decodeStream(Value dictionary, std::string_view body, const Resolve& res
         result.bytes = body;
         return result;
     }
+    const std::uint64_t most = std::min<std::uint64_t>(
+        limits::kDecodedStream,
+        limits::kDecodedFrom.fixed + limits::kDecodedFrom.perByte * body.size());
     bool damaged = false;
     for (std::size_t i = 0; i < filters.size(); ++i) {
         const Filter filter = filterNamed(filters[i]);
         const Value own = i < parameters.size() ? parameters[i] : Value();
         const std::string encoded = std::move(result.bytes);
-        const auto limit = static_cast<std::size_t>(
-            std::min<std::uint64_t>(limits::kDecodedStream, budget.left()));
+        const auto limit = static_cast<std::size_t>(std::min(most, budget.left()));
         result = decodeOnce(filter, own, i == 0 ? body : std::string_view(encoded), limit, resolve);
         // A stage that went too far did the work up to there.
         const bool tooLarge = result.status == DecodeStatus::tooLarge;

@@ -66,7 +66,7 @@ class TreeWalk {
     const TreeVisit& visit_;
     std::vector<std::string> pending_;
     std::set<std::uint32_t> visited_;
-    WorkBudget room_{limits::kTreeNodes};
+    WorkBudget room_{limits::kTreeNodes, reader_.image().storedBytes()};
 };
 
 }  // namespace

@@ -122,6 +122,7 @@ class BracketScan {
                 entry.valueBegin = value - begin_;
                 entry.valueEnd = at - begin_;
             }
+            if (found_->entries.size() == limits::kEntries) break;
             found_->entries.push_back(entry);
         }
         return false;

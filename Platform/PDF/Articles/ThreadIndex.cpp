@@ -33,7 +33,7 @@ void ThreadIndex::readThreads() {
 
 void ThreadIndex::readTitles() {
     if (std::exchange(hasTitles_, true)) return;
-    WorkBudget room(limits::kThreadTitles);
+    WorkBudget room(limits::kThreadTitles, reader_.image().storedBytes());
     ArrayReader elements(reader_.resolveIfSound(catalog_.find("Threads")));
     while (const auto element = elements.next()) {
         const auto thread = element->reference();

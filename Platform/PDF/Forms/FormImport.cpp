@@ -34,7 +34,7 @@ void FormImport::readResources() {
     WorkBudget room(limits::kFormResources);
     std::set<std::string> categories;
     DictionaryReader entries(reader.resolve(entry("DR")));
-    while (const auto entry = entries.next()) {
+    while (const auto entry = room.left() == 0 ? std::nullopt : entries.next()) {
         std::string category = entry->key.name();
         if (!categories.insert(category).second) continue;
         // What is no dictionary is the list of procedure sets, which nobody needs any more.

@@ -16,7 +16,7 @@
 namespace quirebind {
 
 ScriptRewriter::ScriptRewriter(ObjectReader& reader, const FieldRenames& renames)
-    : reader_(reader), renames_(renames), budget_(limits::kScripts) {}
+    : reader_(reader), renames_(renames), budget_(limits::kScripts, reader.image().storedBytes()) {}
 
 void ScriptRewriter::rewrite(Value value, MappedText& text, ByteBuffer& out) {
     if (isString(value) && !renames_.empty()) {

@@ -16,22 +16,6 @@ namespace {
 
 constexpr std::string_view kUsualIntent = "View";
 
-/// The names in `value`, which is a name or an array of them; the usual one where there is none.
-std::set<std::string> intentsIn(Value value, ObjectReader& reader) {
-    std::set<std::string> intents;
-    const Value resolved = reader.resolve(value);
-    if (resolved.isName()) intents.insert(resolved.name());
-    ArrayReader elements(resolved);
-    for (int i = 0; i < limits::kIntents; ++i) {
-        const auto element = elements.next();
-        if (!element) break;
-        const Value name = reader.resolve(*element);
-        if (name.isName()) intents.insert(name.name());
-    }
-    if (intents.empty()) intents.emplace(kUsualIntent);
-    return intents;
-}
-
 }  // namespace
 
 template <typename Visit>
@@ -42,7 +26,11 @@ void LayerImport::forEachReference(Value array, Visit visit) {
 }
 
 LayerImport::LayerImport(ObjectCopier& copier, const Catalog& catalog, LayerWriter& writer)
-    : copier_(copier), catalog_(catalog), writer_(writer), source_(writer.nextSource()) {
+    : copier_(copier),
+      catalog_(catalog),
+      writer_(writer),
+      source_(writer.nextSource()),
+      room_(limits::kLayerLists, copier.reader().image().storedBytes()) {
     attempt(copier_.reader(), [&] {
         const Value properties = copier.reader().resolve(catalog_.find("OCProperties"));
         forEachReference(properties.find("OCGs"), [this](Reference group) {
@@ -86,7 +74,7 @@ void LayerImport::readStates(Value configuration) {
                      [&](Reference group) { locked.insert(group.number); });
     settings_.listsVisiblePagesOnly =
         reader.resolve(configuration.find("ListMode")).isName("VisiblePages");
-    settings_.intents = intentsIn(configuration.find("Intent"), reader);
+    settings_.intents = intentsIn(configuration.find("Intent"));
     for (const std::uint32_t group : listed_) {
         const auto copy = copier_.map().find(group);
         if (!copy) continue;
@@ -98,12 +86,27 @@ void LayerImport::readStates(Value configuration) {
 }
 
 void LayerImport::hide(std::uint32_t source, std::uint32_t copy) {
-    ObjectReader& reader = copier_.reader();
-    std::set<std::string> intents = intentsIn(reader.read(source).value.find("Intent"), reader);
+    std::set<std::string> intents = intentsIn(copier_.reader().read(source).value.find("Intent"));
     if (sharesIntent(intents, settings_.intents))
         settings_.hidden.push_back(copy);
     else
         settings_.inactive.push_back({.group = copy, .intents = std::move(intents)});
+}
+
+/// The names in `value`, which is a name or an array of them; the usual one where there is none.
+std::set<std::string> LayerImport::intentsIn(Value value) {
+    std::set<std::string> intents;
+    const Value resolved = valueOf(value);
+    if (resolved.isName()) intents.insert(resolved.name());
+    ArrayReader elements(resolved);
+    for (int i = 0; i < limits::kIntents; ++i) {
+        const auto element = elements.next();
+        if (!element) break;
+        const Value name = valueOf(*element);
+        if (name.isName()) intents.insert(name.name());
+    }
+    if (intents.empty()) intents.emplace(kUsualIntent);
+    return intents;
 }
 
 void LayerImport::readOrder(Value configuration) {
@@ -113,8 +116,7 @@ void LayerImport::readOrder(Value configuration) {
 }
 
 void LayerImport::readRadioGroups(Value configuration) {
-    ObjectReader& reader = copier_.reader();
-    ArrayReader groups(reader.resolve(configuration.find("RBGroups")));
+    ArrayReader groups(copier_.reader().resolve(configuration.find("RBGroups")));
     while (const auto group = groups.next())
         if (const std::string copies = copiesIn(*group); !copies.empty())
             settings_.radioGroups += "[" + copies + "]";
@@ -129,7 +131,7 @@ void LayerImport::readUsages(Value configuration) {
         const Value usage = reader.resolve(*element);
         const std::string copies = copiesIn(usage.find("OCGs"));
         const std::string categories = namesIn(usage.find("Category"));
-        const Value event = reader.resolve(usage.find("Event"));
+        const Value event = valueOf(usage.find("Event"));
         if (copies.empty() || !event.isName()) continue;
         settings_.usages.append("<</Event").append(event.text());
         settings_.usages.append("/OCGs[").append(copies);
@@ -139,7 +141,7 @@ void LayerImport::readUsages(Value configuration) {
 
 std::string LayerImport::copiesIn(Value array) {
     std::string copies;
-    forEachReference(listIn(array), [&](Reference group) {
+    forEachReference(valueOf(array), [&](Reference group) {
         if (const auto copy = copyOf(group)) copies += referenceText(*copy) + " ";
     });
     return copies;
@@ -147,17 +149,16 @@ std::string LayerImport::copiesIn(Value array) {
 
 std::string LayerImport::namesIn(Value array) {
     std::string names;
-    ArrayReader elements(listIn(array));
+    ArrayReader elements(valueOf(array));
     while (const auto element = elements.next())
-        if (const Value name = copier_.reader().resolve(*element); name.isName())
-            names += name.text();
+        if (const Value name = valueOf(*element); name.isName()) names += name.text();
     return names;
 }
 
-Value LayerImport::listIn(Value value) {
-    const Value list = copier_.reader().resolve(value);
-    room_.spend(list.text().size());
-    return list;
+Value LayerImport::valueOf(Value value) {
+    const Value found = copier_.reader().resolve(value);
+    room_.spend(found.text().size());
+    return found;
 }
 
 std::optional<std::uint32_t> LayerImport::copyOf(Reference group) const {

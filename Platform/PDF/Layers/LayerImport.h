@@ -48,8 +48,9 @@ class LayerImport : public DocumentPart, public ObjectRewriter {
     /// The same, but makes the group one that is used.
     [[nodiscard]] std::optional<std::uint32_t> use(Reference group);
     void hide(std::uint32_t source, std::uint32_t copy);
-    /// An array that many others may refer to.
-    [[nodiscard]] Value listIn(Value value);
+    /// What `value` is or refers to, as many others may.
+    [[nodiscard]] Value valueOf(Value value);
+    [[nodiscard]] std::set<std::string> intentsIn(Value value);
     [[nodiscard]] std::string copiesIn(Value array);
     [[nodiscard]] std::string namesIn(Value array);
 
@@ -60,7 +61,7 @@ class LayerImport : public DocumentPart, public ObjectRewriter {
     std::set<std::uint32_t> groups_;     // all of the source
     std::vector<std::uint32_t> listed_;  // the same in the order in which they are listed
     LayerSettings settings_;
-    WorkBudget room_{limits::kLayerLists};
+    WorkBudget room_;  // for what is listed or named in several places
 };
 
 }  // namespace quirebind

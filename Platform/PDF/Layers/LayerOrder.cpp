@@ -98,7 +98,7 @@ class OrderWalk {
     const GroupCopies& copies_;
     std::vector<Level> levels_;
     std::set<std::uint32_t> visited_;
-    WorkBudget room_{limits::kLayerOrder};
+    WorkBudget room_{limits::kLayerOrder, reader_.image().storedBytes()};
 };
 
 }  // namespace

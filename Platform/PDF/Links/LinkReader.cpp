@@ -24,6 +24,7 @@ std::vector<PageLink> LinkReader::linksOn(std::size_t index) {
         const Value dictionary = page.direct == PageTree::kNone
                                      ? reader.read(page.object).value
                                      : Value(document_.pageTree().directPages()[page.direct]);
+        WorkBudget room(limits::kDestinations, reader.image().storedBytes());
         ArrayReader annotations(reader.resolve(dictionary.find("Annots")));
         while (const auto element = annotations.next()) {
             if (links.size() == limits::kShownLinks) break;
@@ -32,6 +33,7 @@ std::vector<PageLink> LinkReader::linksOn(std::size_t index) {
             const Value destination = destinationOf(annotation);
             const auto area = rectangle(reader, annotation.find("Rect"));
             if (destination.isNull() || !area) continue;
+            room.spend(destination.text().size());
             const auto [left, bottom, right, top] = *area;
             const PageGeometry::Point one = geometry.shown(left, bottom);
             const PageGeometry::Point other = geometry.shown(right, top);

@@ -28,6 +28,8 @@ std::string simpleEntries(ObjectReader& reader, Value dictionary, std::string_vi
         if (!parts.references().empty())
             throw DamagedDocument("an output intent that is no plain value");
         entries.append(entry->key.text()).append(" ").append(value.text()).append("\n");
+        if (entries.size() > limits::kOutputIntentText)
+            throw DamagedDocument("too long an output intent");
     }
     return entries;
 }

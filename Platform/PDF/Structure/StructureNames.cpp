@@ -13,9 +13,11 @@
 namespace quirebind {
 
 void StructureTypes::read(Value roleMap, ObjectReader& reader) {
+    WorkBudget room(limits::kSharedInStructure, reader.image().storedBytes());
     DictionaryReader entries(roleMap);
     while (const auto entry = entries.next()) {
         const Value type = reader.resolveIfSound(entry->value);
+        room.spend(type.text().size());
         // Files map types to themselves, which says nothing.
         if (type.isName() && type.name() != entry->key.name())
             roleMap_.try_emplace(entry->key.name(), type.name());
@@ -88,6 +90,7 @@ std::string AttributeClasses::definitionOf(const std::string& name) {
     const bool isSound = attempt(copier_.reader(), [&] {
         const Value value(found->second);
         const Value list = value.reference() ? copier_.reader().resolve(value) : value;
+        room_.spend(list.text().size());
         if (!list.isArray()) {
             appendAttributes(value, out);
             return;
