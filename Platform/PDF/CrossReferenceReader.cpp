@@ -230,7 +230,8 @@ CrossReferenceReader::CrossReferenceReader(SourceImage& image)
       result_{ObjectTable(image.size()), {}} {}
 
 CrossReference CrossReferenceReader::read() {
-    std::optional<std::uint64_t> next = startOffset();
+    result_.newest = startOffset();
+    std::optional<std::uint64_t> next = result_.newest;
     while (next) {
         if (visited_.size() == limits::kCrossReferenceSections)
             throw DamagedDocument("too many cross-reference sections");

@@ -23,6 +23,7 @@ struct CrossReference {
     ObjectTable table;
     /// The newest trailer dictionary that has a /Root, as text.
     std::string trailer;
+    std::uint64_t newest = 0;  ///< Where the newest section is.
 };
 
 /// Reads all cross-reference sections of a file, from the newest, which startxref points to, back

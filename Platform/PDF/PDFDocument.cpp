@@ -64,6 +64,10 @@ std::size_t PDFDocument::pageCount() const {
     return state_->output ? state_->output->pageCount() : 0;
 }
 
+bool PDFDocument::hasForm() const {
+    return state_->source && !state_->source->catalog().find("AcroForm").isNull();
+}
+
 std::optional<PDFPage> PDFDocument::pageAtIndex(std::size_t index) const {
     if (!state_->source || index >= pageCount()) return std::nullopt;
     return PDFPage(state_->source, index);

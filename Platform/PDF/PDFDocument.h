@@ -73,6 +73,9 @@ class PDFDocument {
     /// it is locked.
     [[nodiscard]] std::size_t pageCount() const;
 
+    /// Whether an opened document has a form to be filled in (12.7.3); false where it is locked.
+    [[nodiscard]] bool hasForm() const;
+
     /// Page `index`, counting from 0, of an opened document; nothing beyond its pages.
     [[nodiscard]] std::optional<PDFPage> pageAtIndex(std::size_t index) const;
 

@@ -51,6 +51,12 @@ SourceDocument::SourceDocument(const URL& url, FileSystem& files, Recovery recov
     readStructure(std::move(*image), recovery);
 }
 
+SourceDocument::SourceDocument(FileDescriptor file, FileSystem& files) : serial_(nextSerial()) {
+    auto image = SourceImage::adopt(std::move(file), files);
+    if (!image) throw DamagedDocument("no regular file");
+    readStructure(std::move(*image), Recovery::attempted);
+}
+
 SourceDocument::~SourceDocument() {
     for (const auto& weak : observers_)
         if (const auto observer = weak.lock()) observer->sourceWillClose();
@@ -83,6 +89,8 @@ void SourceDocument::readStructure(SourceImage image, Recovery recovery) {
         reader_ = std::make_unique<ObjectReader>(std::move(image), std::move(crossReference.table));
         readPages(Value(crossReference.trailer), PageTree::Damage::refused);
         if (recovery == Recovery::attempted) reader_->mendWrongEntries();
+        sectionOffset_ = crossReference.newest;
+        trailer_ = std::move(crossReference.trailer);
         return;
     } catch (const DamagedDocument&) {
         if (recovery == Recovery::refused) throw;

@@ -40,6 +40,8 @@ class SourceDocument {
  public:
     /// Throws DamagedDocument where the file cannot be read as a PDF.
     SourceDocument(const URL& url, FileSystem& files, Recovery recovery = Recovery::attempted);
+    /// The same of a file that is open to be read already, wherever it is.
+    SourceDocument(FileDescriptor file, FileSystem& files);
     SourceDocument(const SourceDocument&) = delete;
     SourceDocument& operator=(const SourceDocument&) = delete;
     SourceDocument(SourceDocument&&) = delete;
@@ -49,10 +51,15 @@ class SourceDocument {
     /// Different for every document ever opened in this process, so that another document at the
     /// same address or of the same URL is never taken for this one.
     [[nodiscard]] std::uint64_t serial() const { return serial_; }
-    [[nodiscard]] const URL& url() const { return url_; }
+    /// Where the file is; nothing where it was open already.
+    [[nodiscard]] const std::optional<URL>& url() const { return url_; }
     [[nodiscard]] bool isLocked() const { return locked_; }
     /// The header's or the catalog's, whichever is higher (ISO 32000-2, 7.5.2).
     [[nodiscard]] Version version() const { return version_; }
+    /// Where the newest cross-reference section is; nothing where the file was read without any.
+    [[nodiscard]] std::optional<std::uint64_t> sectionOffset() const { return sectionOffset_; }
+    /// The trailer dictionary, as text; empty where the file was read without any.
+    [[nodiscard]] const std::string& trailer() const { return trailer_; }
     /// Empty while the document is locked.
     [[nodiscard]] const PageTree& pageTree() const { return pageTree_; }
     /// The catalog; without entries while the document is locked.
@@ -76,9 +83,11 @@ class SourceDocument {
     void readPages(Value trailer, PageTree::Damage damage);
 
     std::uint64_t serial_;
-    URL url_;
+    std::optional<URL> url_;
     bool locked_ = false;
     Version version_;
+    std::optional<std::uint64_t> sectionOffset_;
+    std::string trailer_;
     Catalog catalog_;
     std::vector<std::uint32_t> documentObjects_;
     PageTree pageTree_;

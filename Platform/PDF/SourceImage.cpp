@@ -32,7 +32,10 @@ std::optional<SourceImage> SourceImage::open(const URL& url, FileSystem& files) 
         return files.open(AT_FDCWD, path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, 0);
     });
     if (descriptor < 0) return std::nullopt;
-    FileDescriptor file(files, descriptor);
+    return adopt(FileDescriptor(files, descriptor), files);
+}
+
+std::optional<SourceImage> SourceImage::adopt(FileDescriptor file, FileSystem& files) {
     struct stat status{};
     const int result = uninterrupted([&] { return files.status(file.number(), status); });
     if (result < 0 || !S_ISREG(status.st_mode)) return std::nullopt;

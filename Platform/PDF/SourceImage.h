@@ -48,6 +48,9 @@ class SourceImage final : public ByteSource {
     /// a FIFO or a device.
     [[nodiscard]] static std::optional<SourceImage> open(const URL& url, FileSystem& files);
 
+    /// The same of a file that is open to be read already; it belongs to `files`.
+    [[nodiscard]] static std::optional<SourceImage> adopt(FileDescriptor file, FileSystem& files);
+
     /// Bytes from the origin to the end of the file.
     [[nodiscard]] std::uint64_t size() const override { return fileSize_ - origin_; }
 

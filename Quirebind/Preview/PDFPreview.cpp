@@ -78,7 +78,7 @@ void PDFPreview::setURL(const URL& url) {
     document_ = PDFDocument::open(url);
     if (!document_) return;
     if (FileDescriptor file = openToRead(url); file.number() >= 0)
-        rendered_ = service_.document(std::move(file));
+        rendered_ = service_.document(std::move(file), document_->hasForm());
     setAccessibleName(displayName(url));
     const std::size_t count = document_->pageCount();
     std::vector<PageSize> sizes = readSizes(0, count);

@@ -20,6 +20,7 @@ namespace quirebind {
 struct RenderDocument {
     std::uint64_t number = 0;
     FileDescriptor file;
+    bool hasForm = false;
 };
 
 /// Something that a preview wants drawn or read.

@@ -50,7 +50,7 @@ struct Request {
     std::uint32_t page = 0;
     std::uint32_t width = 0;
     std::uint32_t height = 0;
-    std::uint32_t reserved = 0;
+    std::uint32_t hasForm = 0;  ///< Of `open`: 1 where fields may have to be drawn.
     Point from{};
     Point to{};
 };

@@ -68,8 +68,9 @@ void RenderService::remove(RenderClient& client) {
     wake();
 }
 
-std::shared_ptr<const RenderDocument> RenderService::document(FileDescriptor file) {
-    return std::make_shared<const RenderDocument>(RenderDocument{++lastDocument_, std::move(file)});
+std::shared_ptr<const RenderDocument> RenderService::document(FileDescriptor file, bool hasForm) {
+    return std::make_shared<const RenderDocument>(
+        RenderDocument{++lastDocument_, std::move(file), hasForm});
 }
 
 void RenderService::wake() {
@@ -119,7 +120,9 @@ void RenderService::begin(RenderClient& client, RenderTask task) {
     deadline_.start(patience_.wanted);
     bool sent = true;
     if (underWay_->opening) {
-        const render::Request open{.kind = render::Kind::open, .id = underWay_->id};
+        const render::Request open{.kind = render::Kind::open,
+                                   .id = underWay_->id,
+                                   .hasForm = underWay_->task.document->hasForm ? 1U : 0U};
         sent = send(open, underWay_->task.document->file.number());
     } else {
         sent = sendTask();

@@ -45,8 +45,10 @@ class RenderService : public QObject {
     void add(RenderClient& client);
     void remove(RenderClient& client);
 
-    /// Makes a document known, of which `file` is open to be read.
-    [[nodiscard]] std::shared_ptr<const RenderDocument> document(FileDescriptor file);
+    /// Makes a document known, of which `file` is open to be read. With a form it takes longer to
+    /// open.
+    [[nodiscard]] std::shared_ptr<const RenderDocument> document(FileDescriptor file,
+                                                                 bool hasForm = false);
 
     /// Something else is wanted now than before.
     void wake();

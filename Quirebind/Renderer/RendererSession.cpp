@@ -3,7 +3,6 @@
 
 #include "Quirebind/Renderer/RendererSession.h"
 
-#include <QFile>
 #include <QImage>
 #include <QPainter>
 #include <QPdfSelection>
@@ -12,12 +11,17 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <exception>
+#include <string>
 #include <utility>
 
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include "Platform/Files/FileSystem.h"
+#include "Platform/PDF/Forms/FieldStamps.h"
+#include "Platform/PDF/SourceDocument.h"
+#include "Quirebind/Renderer/UpdatedFile.h"
 
 namespace quirebind {
 
@@ -49,6 +53,18 @@ QPdfSelection wordAt(QPdfDocument& document, int page, const QPointF& point,
     if (begin < 0 || end <= begin) return rest;
     return document.getSelectionAtIndex(page, static_cast<int>(begin),
                                         static_cast<int>(end - begin));
+}
+
+/// What has the toolkit draw the fields of a form, which it leaves out. None of it is needed for
+/// what else is on the pages.
+std::string stampsForFields(int file) {
+    FileSystem& files = FileSystem::native();
+    try {
+        SourceDocument document(FileDescriptor(files, ::dup(file)), files);
+        return quirebind::stampsForFields(document);
+    } catch (const std::exception&) {  // damage, or memory
+        return {};
+    }
 }
 
 }  // namespace
@@ -124,13 +140,9 @@ bool RendererSession::answer(const render::Request& request) {
 
 bool RendererSession::open(const render::Request& request) {
     document_.reset();
-    auto file = std::make_unique<QFile>();
-    // The descriptor stays ours: reading begins at the start, wherever an earlier reader left it.
-    if (passed_.number() < 0 || !file->open(passed_.number(), QIODevice::ReadOnly)) {
-        return fail(request);
-    }
-    file->seek(0);
-    file_ = std::move(file);
+    if (passed_.number() < 0) return fail(request);
+    std::string update = request.hasForm == 1 ? stampsForFields(passed_.number()) : std::string();
+    file_ = std::make_unique<UpdatedFile>(passed_.number(), std::move(update));
     document_ = std::make_unique<QPdfDocument>();
     document_->load(file_.get());
     // What is asked of a document that did not load fails then; opening it has been answered.

@@ -35,6 +35,12 @@ struct Preview {
         view.setURL(URL::file(folder / "a.pdf"));
         return waitFor([&] { return view.isSharp(); });
     }
+    /// The same in place of what is shown.
+    [[nodiscard]] bool showsNext(const std::string& pdf) {
+        folder.write("b.pdf", pdf);
+        view.setURL(URL::file(folder / "b.pdf"));
+        return waitFor([&] { return view.isSharp(); });
+    }
     /// The colour at a place of the first page, given in parts of its width and height.
     [[nodiscard]] std::string colourAt(double x, double y) {
         const QImage picture = view.viewport()->grab().toImage();
@@ -59,10 +65,12 @@ std::string streamObject(int number, const std::string& entries, const std::stri
 
 /// A page of 100 by 100 points, white but for what is drawn; its own objects are 5 and up.
 std::string page(const std::string& content, const std::string& entries = {},
-                 const std::string& objects = {}) {
+                 const std::string& objects = {}, const std::string& catalog = {}) {
     return test::fixturePDF(
         "{{header 1.7}}\n"
-        "{{object 1 0}}\n<< /Type /Catalog /Pages 2 0 R >>\nendobj\n"
+        "{{object 1 0}}\n<< /Type /Catalog /Pages 2 0 R " +
+        catalog +
+        " >>\nendobj\n"
         "{{object 2 0}}\n<< /Type /Pages /Kids [3 0 R] /Count 1 >>\nendobj\n"
         "{{object 3 0}}\n<< /Type /Page /Parent 2 0 R "
         "/MediaBox [0 0 100 100] /Contents 4 0 R " +
@@ -86,6 +94,48 @@ TEST(Renderer, DrawsAnnotations) {
              "/AP << /N 6 0 R >> >>\nendobj\n" +
                  streamObject(6, "/Type /XObject /Subtype /Form /BBox [0 0 40 40]",
                               "0 0 1 rg 0 0 40 40 re f"))));
+    EXPECT_EQ(preview.colourAt(0.5, 0.5), "#0000ff");
+    EXPECT_EQ(preview.colourAt(0.1, 0.1), "#ffffff");
+}
+
+/// The appearance of a field that is checked: blue; and when it is not: red.
+std::string appearances() {
+    const std::string form = "/Type /XObject /Subtype /Form /BBox [0 0 40 40]";
+    return streamObject(6, form, "0 0 1 rg 0 0 40 40 re f") +
+           streamObject(7, form, "1 0 0 rg 0 0 40 40 re f");
+}
+
+constexpr const char* kField =
+    "<< /Type /Annot /Subtype /Widget /FT /Btn /T (a) /V /Yes /AS /Yes /Rect [30 30 70 70] /F 4 "
+    "/AP << /N << /Yes 6 0 R /Off 7 0 R >> >> >>";
+
+TEST(Renderer, DrawsFields) {
+    Preview preview;
+    std::string pdf = page("0 1 0 rg 0 80 20 20 re f", "/Annots [5 0 R]",
+                           std::string("{{object 5 0}}\n") + kField + "\nendobj\n" + appearances());
+    ASSERT_TRUE(preview.shows(pdf));
+    EXPECT_EQ(preview.colourAt(0.5, 0.5), "#ffffff") << "no form, no field";
+    pdf = page("0 1 0 rg 0 80 20 20 re f", "/Annots [5 0 R]",
+               std::string("{{object 5 0}}\n") + kField + "\nendobj\n" + appearances(),
+               "/AcroForm << /Fields [5 0 R] >>");
+    ASSERT_TRUE(preview.showsNext(pdf));
+    EXPECT_EQ(preview.colourAt(0.5, 0.5), "#0000ff");
+    EXPECT_EQ(preview.colourAt(0.1, 0.1), "#00ff00") << "all else is there, too";
+    EXPECT_EQ(preview.colourAt(0.9, 0.9), "#ffffff");
+}
+
+TEST(Renderer, DrawsFieldsOfPackedDocuments) {
+    Preview preview;
+    ASSERT_TRUE(preview.shows(test::fixturePDF(
+        "{{header 1.7}}\n" + appearances() +
+        "{{objectstream 9 0}}\n"
+        "{{object 1}}\n<< /Type /Catalog /Pages 2 0 R /AcroForm << /Fields [5 0 R] >> >>\n"
+        "{{object 2}}\n<< /Type /Pages /Kids [3 0 R] /Count 1 >>\n"
+        "{{object 3}}\n<< /Type /Page /Parent 2 0 R /MediaBox [0 0 100 100] /Annots [5 0 R] >>\n"
+        "{{object 5}}\n" +
+        std::string(kField) +
+        "\n{{endobjectstream}}\n{{xrefstream 10 0}}\n/Root 1 0 R\n{{endxrefstream}}\n"
+        "{{startxref}}\n%%EOF\n")));
     EXPECT_EQ(preview.colourAt(0.5, 0.5), "#0000ff");
     EXPECT_EQ(preview.colourAt(0.1, 0.1), "#ffffff");
 }
