@@ -3,10 +3,12 @@
 
 #include "Quirebind/QuirebindApp.h"
 
+#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QIcon>
+#include <QThread>
 #include <algorithm>
 #include <utility>
 
@@ -36,6 +38,8 @@ QuirebindApp::QuirebindApp(std::function<void(std::span<const URL>, const URL&)>
     QApplication::setDesktopFileName(QStringLiteral(QUIREBIND_APP_ID));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/quirebind.svg")));
     QtDesktop::keepNothing();
+    QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
+                     &turns_, [this] { forgetClosed(); });
     openWindow();
     // Once the window shows: the first page to be looked at should not wait for it.
     mainThread_.post([this] { renderer_.warmUp(); });
@@ -51,11 +55,8 @@ void QuirebindApp::openWindow() {
         .makeDesktop = [](QWidget& window) { return std::make_unique<QtDesktop>(window); },
         .openWindow = [this] { openWindow(); },
         .quit = [this] { quit(); },
-        .closed =
-            [this](QWidget& window) {
-                // It is still in its own close event.
-                mainThread_.post([this, &window] { forget(window); });
-            }};
+        // It is still in its own close event.
+        .closed = [this](QWidget& window) { closed_.push_back(&window); }};
     windows_.push_back(std::make_unique<MainWindow>(services));
     windows_.back()->show();
 }
@@ -68,8 +69,14 @@ void QuirebindApp::quit() {
     for (MainWindow* window : open) window->close();
 }
 
-void QuirebindApp::forget(const QWidget& window) {
-    std::erase_if(windows_, [&](const auto& held) { return held.get() == &window; });
+void QuirebindApp::forgetClosed() {
+    // A menu, a drag and a panel run an event loop of their own inside a function of their window,
+    // which goes on when that loop has ended.
+    if (closed_.empty() || QThread::currentThread()->loopLevel() > 1) return;
+    std::erase_if(windows_, [this](const auto& window) {
+        return std::ranges::find(closed_, window.get()) != closed_.end();
+    });
+    closed_.clear();
 }
 
 }  // namespace quirebind

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QObject>
 #include <functional>
 #include <memory>
 #include <span>
@@ -33,7 +34,8 @@ class QuirebindApp {
     void quit();
 
  private:
-    void forget(const QWidget& window);
+    /// Destroys the windows that were closed, unless something of them may still be running.
+    void forgetClosed();
 
     UserLanguage language_;  // before anything takes a text
     std::function<void(std::span<const URL>, const URL&)> merge_;
@@ -42,6 +44,8 @@ class QuirebindApp {
     Appearance appearance_;
     RenderService renderer_;
     std::vector<std::unique_ptr<MainWindow>> windows_;
+    std::vector<const QWidget*> closed_;  // of those; they do not show any more
+    QObject turns_;                       // is told when the event loop has nothing left to do
 };
 
 }  // namespace quirebind

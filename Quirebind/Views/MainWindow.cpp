@@ -144,12 +144,19 @@ void MainWindow::closeEvent(QCloseEvent* event) {
         return;
     }
     event->accept();
+    closeMenu();
     services_.closed(*this);
 }
 
 void MainWindow::waitToClose() {
     closesAfterMerge_ = true;
     closing_.open();
+}
+
+void MainWindow::closeMenu() const {
+    QWidget* menu = QApplication::activePopupWidget();
+    const QWidget* owner = menu != nullptr ? menu->parentWidget() : nullptr;
+    if (owner != nullptr && owner->window() == this) menu->close();
 }
 
 }  // namespace quirebind

@@ -34,7 +34,7 @@ struct WindowServices {
     /// The user asked for another window, or to quit.
     std::function<void()> openWindow;
     std::function<void()> quit;
-    /// A window was closed; it may be destroyed in a later turn of the event loop.
+    /// A window was closed; it may be destroyed once no function of it runs any more.
     std::function<void(QWidget& window)> closed;
 };
 
@@ -68,6 +68,8 @@ class MainWindow : public QMainWindow {
     /// Moves the focus to the next region that has something to focus, or the one before.
     void focusRegion(int direction);
     void waitToClose();
+    /// Closes the menu that a part of this window has opened, if any.
+    void closeMenu() const;
 
     WindowServices services_;
     std::unique_ptr<Desktop> desktop_;

@@ -6,8 +6,10 @@
 import unittest
 
 from driver import documents
-from driver.accessibility import Accessible
+from driver.accessibility import Accessible, Gone
+from driver.announcements import Announcements
 from driver.geometry import Size
+from driver.input import Drag
 from driver.picture import Picture
 from window_test_case import WindowTestCase
 
@@ -118,6 +120,77 @@ class Ending(WindowsTestCase):
         self.add(self.documents / "a.pdf")
         self.expect_rows(["a.pdf, 1 pages"])
         self.program.close()
+        self.assertEqual(self.program.wait_exit(), 0)
+
+
+class ClosingMeanwhile(WindowsTestCase):
+    """Windows that are closed while the user is still at something in them. What is left works on."""
+
+    def setUp(self) -> None:
+        super().setUp()
+        self.announcements = Announcements(self.desktop)
+        self.addCleanup(self.announcements.end)
+
+    def menu_shows(self) -> bool:
+        try:
+            return bool(self.announcements.menu().children)
+        except Gone:
+            return False
+
+    def open_menu(self, place: str) -> None:
+        """Opens the menu of a document in the list, or that of its preview."""
+        self.input.right_click(self.row("a.pdf") if place == "list"
+                               else self.region("preview").centre)
+        self.expect(self.menu_shows, "there is a menu")
+
+    def begin_to_drag(self) -> Drag:
+        """Drags a row a bit, and holds it."""
+        drag = self.input.begin_drag(self.row("a.pdf"))
+        drag.move_to(self.document_list().extents.at(0.5, 0.9))
+        return drag
+
+    def test_one_of_two_windows_while_its_menu_is_open(self) -> None:
+        first = self.window
+        for place in ("list", "preview"):
+            with self.subTest(place):
+                self.open_window()
+                self.add(self.pdf("a.pdf"))
+                self.open_menu(place)
+                self.program.close(self.program.windows()[1])
+                self.expect(lambda: self.program.frames() == [first], "only the first is left")
+                self.expect(lambda: not self.menu_shows(), "the menu has gone, too")
+                self.look_at(first)
+                self.activate(0)
+                self.expect_rows([])
+        self.add(self.documents / "a.pdf")
+        self.expect_rows(["a.pdf, 1 pages"])
+
+    def test_one_of_two_windows_while_its_row_is_dragged(self) -> None:
+        first = self.window
+        self.open_window()
+        self.add(self.pdf("a.pdf"))
+        with self.begin_to_drag():
+            self.program.close(self.program.windows()[1])
+            self.expect(lambda: self.program.frames() == [first], "only the first is left")
+        self.look_at(first)
+        self.activate(0)
+        self.add(self.documents / "a.pdf")
+        self.expect_rows(["a.pdf, 1 pages"])
+
+    def test_the_last_window_while_its_menu_is_open(self) -> None:
+        for place in ("list", "preview"):
+            with self.subTest(place):
+                self.add(self.pdf("a.pdf"))
+                self.open_menu(place)
+                self.program.close()
+                self.assertEqual(self.program.wait_exit(), 0)
+            self.start_program()
+
+    def test_the_last_window_while_a_row_is_dragged(self) -> None:
+        self.add(self.pdf("a.pdf"))
+        with self.begin_to_drag():
+            self.program.close()
+            self.expect(lambda: not self.program.windows(), "the window has closed")
         self.assertEqual(self.program.wait_exit(), 0)
 
 
