@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QScreen>
 #include <array>
 
 #include "Quirebind/Desktop/HandOver.h"
@@ -18,6 +19,12 @@ namespace {
 
 constexpr QSize kMinimumSize{760, 520};
 constexpr QSize kDefaultSize{940, 640};
+constexpr QSize kRoomForFrame{16, 48};  // which only the window manager knows
+
+/// How large a window may be so that all of it, its frame included, is in sight.
+QSize roomOn(const QScreen& screen) {
+    return screen.availableGeometry().size() - kRoomForFrame;
+}
 
 bool contains(const QWidget& region, const QWidget* widget) {
     return widget != nullptr && (&region == widget || region.isAncestorOf(widget));
@@ -57,7 +64,7 @@ MainWindow::MainWindow(const WindowServices& services)
     setCentralWidget(&content_);
     announcement_.setParent(this);  // not of the content, which is disabled during a merge
     keepRoom();
-    resize(kDefaultSize.expandedTo(minimumSize()));
+    resize(kDefaultSize.boundedTo(roomOn(*screen())).expandedTo(minimumSize()));
 
     closing_.setWindowModality(Qt::WindowModal);
     closing_.setWindowTitle(text::applicationName());
@@ -73,7 +80,7 @@ MainWindow::MainWindow(const WindowServices& services)
 }
 
 void MainWindow::keepRoom() {
-    setMinimumSize(kMinimumSize.expandedTo(minimumSizeHint()));
+    setMinimumSize(kMinimumSize.boundedTo(roomOn(*screen())).expandedTo(minimumSizeHint()));
 }
 
 bool MainWindow::event(QEvent* event) {

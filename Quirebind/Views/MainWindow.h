@@ -62,7 +62,8 @@ class MainWindow : public QMainWindow {
 
  private:
     void redraw();
-    /// Lets the window become as small as what it shows, and the user's font, allow.
+    /// Lets the window become as small as what it shows, and the user's font, allow; on a small
+    /// screen, smaller than it looks well.
     void keepRoom();
     void addShortcuts();
     /// Moves the focus to the next region that has something to focus, or the one before.

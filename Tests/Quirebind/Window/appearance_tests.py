@@ -145,6 +145,37 @@ class LargeLetters(AppearanceTestCase):
         self.picture().save("large-letters")
 
 
+class SmallScreen:
+    """All of a window is in sight when it opens."""
+
+    class TestCase(AppearanceTestCase):
+
+        def test_the_window_opens_within_it(self) -> None:
+            frame = self.desktop.run("xprop", "-id", self.program.windows()[0].id,
+                                     "_NET_FRAME_EXTENTS").decode()
+            left, right, top, bottom = (int(width) for width in frame.split("=")[1].split(","))
+            inside = self.program.geometry()
+            window = Rect(inside.x - left, inside.y - top, inside.width + left + right,
+                          inside.height + top + bottom)
+            screen = Rect(0, 0, self.desktop.width, self.desktop.height)
+            self.assertTrue(screen.contains(window), window)
+            self.show_everything()
+            self.parts()
+            self.picture().save(f"small-{screen.width}-times-{self.desktop.scale}")
+
+
+class At800(SmallScreen.TestCase):
+    desktop_options = {"width": 800, "height": 600}
+
+
+class LaptopAt120(SmallScreen.TestCase):
+    desktop_options = {"width": 1366, "height": 768, "dpi": 120}
+
+
+class WideAt192(SmallScreen.TestCase):
+    desktop_options = {"width": 1920, "height": 1080, "dpi": 192}
+
+
 class RightToLeft(AppearanceTestCase):
 
     def test_everything_is_mirrored(self) -> None:
