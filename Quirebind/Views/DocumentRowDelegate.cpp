@@ -127,7 +127,9 @@ void DocumentRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& o
         return QStyle::visualRect(option.direction, content, rect);
     };
     const Qt::Alignment side = QStyle::visualAlignment(option.direction, Qt::AlignLeft);
-    const int alignment = static_cast<int>(side | Qt::AlignVCenter) | Qt::TextSingleLine;
+    // Letters that the font lacks come from others, which may be taller.
+    const int alignment =
+        static_cast<int>(side | Qt::AlignVCenter) | Qt::TextSingleLine | Qt::TextDontClip;
 
     icon_.paint(painter, mirrored(icon), Qt::AlignCenter,
                 enabled ? QIcon::Normal : QIcon::Disabled);
