@@ -4,8 +4,14 @@
 #include "Quirebind/Views/ErrorAlert.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QScreen>
+#include <QTextDocument>
+#include <QTextOption>
+#include <QWheelEvent>
 #include <algorithm>
+#include <cmath>
+#include <memory>
 
 #include "Quirebind/Views/AccessibleRole.h"
 #include "Quirebind/Views/Layout.h"
@@ -20,31 +26,65 @@ constexpr int kTextWidth = 400;
 
 }  // namespace
 
-ErrorAlert::Message::Message() : label_(TextStyle::body) {
-    label_.setWordWrap(true);
-    label_.setAlignment((label_.alignment() & Qt::AlignHorizontal_Mask) | Qt::AlignTop);
-    label_.setTextInteractionFlags(Qt::TextSelectableByMouse);
-    setAccessibleRole(*this, QAccessible::Paragraph);
-    setAccessibleName(text::alertTitle());
-    setWidget(&label_);
-    setWidgetResizable(true);
+ErrorAlert::Message::Message() {
+    setTextInteractionFlags(Qt::TextSelectableByMouse);
+    setAccessibleRole(*this, QAccessible::StaticText);
+    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    document()->setDocumentMargin(0);
     setFrameShape(NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     viewport()->setAutoFillBackground(false);
-    label_.setAutoFillBackground(false);
+    align();
+    recolour();
 }
 
 void ErrorAlert::Message::setText(const QString& text) {
-    label_.setText(text);
-    const bool scrolls = label_.heightForWidth(kTextWidth) > sizeHint().height();
-    setFocusPolicy(scrolls ? Qt::StrongFocus : Qt::NoFocus);  // so that the keyboard scrolls it
+    setPlainText(text);
+    setAccessibleName(text);
+    const bool scrolls = textHeight() > sizeHint().height();
+    // So that the keyboard scrolls it, or copies what is selected at least.
+    setFocusPolicy(scrolls ? Qt::StrongFocus : Qt::ClickFocus);
     updateGeometry();
+}
+
+int ErrorAlert::Message::textHeight() const {
+    const std::unique_ptr<QTextDocument> laidOut(document()->clone());
+    laidOut->setTextWidth(kTextWidth);
+    return static_cast<int>(std::ceil(laidOut->size().height()));
 }
 
 QSize ErrorAlert::Message::sizeHint() const {
     const int most = std::min(360, screen()->availableGeometry().height() / 2);
-    return {kTextWidth, std::min(most, label_.heightForWidth(kTextWidth))};
+    return {kTextWidth, std::min(most, textHeight())};
+}
+
+void ErrorAlert::Message::align() {
+    QTextOption option = document()->defaultTextOption();
+    const auto side = layoutDirection() == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
+    option.setAlignment(Qt::AlignAbsolute | side);
+    document()->setDefaultTextOption(option);
+}
+
+void ErrorAlert::Message::recolour() {
+    QPalette colours;
+    colours.setBrush(QPalette::Text, QApplication::palette().windowText());
+    setPalette(colours);
+}
+
+void ErrorAlert::Message::changeEvent(QEvent* event) {
+    QTextEdit::changeEvent(event);
+    if (event->type() == QEvent::ApplicationPaletteChange) recolour();
+    if (event->type() == QEvent::LayoutDirectionChange) align();
+    if (event->type() == QEvent::FontChange) updateGeometry();
+}
+
+void ErrorAlert::Message::wheelEvent(QWheelEvent* event) {
+    // With this key, a text would make its letters larger than those around it.
+    if (event->modifiers().testFlag(Qt::ControlModifier))
+        event->ignore();
+    else
+        QTextEdit::wheelEvent(event);
 }
 
 ErrorAlert::ErrorAlert(ContentView& state, QWidget& window)

@@ -5,8 +5,8 @@
 
 #include <QDialog>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QString>
+#include <QTextEdit>
 
 #include "Quirebind/Views/Symbol.h"
 #include "Quirebind/Views/TextLabel.h"
@@ -26,16 +26,25 @@ class ErrorAlert : public QDialog {
     void redraw();
 
  private:
-    /// Scrolls down only, and is as high as its text up to a limit.
-    class Message : public QScrollArea {
+    /// Scrolls down only, and is as high as its text up to a limit. Not a label, which breaks lines
+    /// between words only and would cut off a long name.
+    class Message : public QTextEdit {
      public:
         Message();
         void setText(const QString& text);
         [[nodiscard]] QSize sizeHint() const override;
         [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
+     protected:
+        void changeEvent(QEvent* event) override;
+        void wheelEvent(QWheelEvent* event) override;
+
      private:
-        TextLabel label_;
+        [[nodiscard]] int textHeight() const;
+        /// Begins lines where the layout does, whichever way their text runs.
+        void align();
+        /// Writes in the colour for texts on a window, which it has no background in front of.
+        void recolour();
     };
 
     ContentView& state_;

@@ -98,6 +98,10 @@ class ContrastInTheWindow : public testing::TestWithParam<Scheme> {
                 EXPECT_GE(picture.contrastIn(area.adjusted(8, 5, -8, -5)), kTextContrast)
                     << button->text().toStdString();
                 ++seen;
+            } else if (const auto* message = qobject_cast<QTextEdit*>(widget)) {
+                EXPECT_GE(picture.contrastIn(area), kTextContrast)
+                    << message->toPlainText().toStdString();
+                ++seen;
             } else if (dynamic_cast<SymbolView*>(widget) != nullptr) {
                 EXPECT_GE(picture.contrastIn(area), kGraphicsContrast) << "a symbol";
                 ++seen;
@@ -164,6 +168,7 @@ TEST_P(ContrastInTheWindow, OfAnAlertIsEnough) {
     shown.window->state().importFiles(std::vector{URL::file(shown.folder / "missing.pdf")});
     ShownWindow::settle();
     ASSERT_NE(shown.alert(), nullptr);
+    ASSERT_NE(shown.alert()->findChild<QTextEdit*>(), nullptr);
     expectLegible(*shown.alert());
 }
 

@@ -1,12 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
+#include <QClipboard>
 #include <QMessageBox>
 #include <stdexcept>
 
 #include <gmock/gmock.h>
 
 #include "Quirebind/Views/ActivityIndicator.h"
+#include "Tests/Quirebind/Views/Rendered.h"
 #include "Tests/Quirebind/Views/ViewTestSupport.h"
 #include "Tests/Support/Oracle.h"
 
@@ -168,6 +170,28 @@ TEST(ErrorAlert, ShowsFileNamesAsTheyAre) {
     EXPECT_TRUE(shown.says("Could not read every page of <b>bold&amp;.pdf."));
     for (const QLabel* label : shown.alert()->findChildren<QLabel*>())
         EXPECT_EQ(label->textFormat(), Qt::PlainText);
+}
+
+TEST(ErrorAlert, ShowsALongNameToItsEndAndCopiesItAsItIs) {
+    const auto pictureOf = [](const std::string& name) {
+        ShownWindow shown;
+        shown.window->state().importFiles(std::vector{URL::file(shown.folder / name)});
+        ShownWindow::settle();
+        EXPECT_NE(shown.alert(), nullptr);
+        const QString message =
+            QString::fromStdString("Could not read every page of " + name + ".");
+        EXPECT_EQ(shown.alert()->accessibleDescription(), message);
+        auto* shownText = shown.alert()->findChild<QTextEdit*>();
+        EXPECT_EQ(shownText->accessibleName(), message);
+        shownText->setFocus();
+        shownText->selectAll();
+        QTest::keyClick(shownText, Qt::Key_C, Qt::ControlModifier);
+        EXPECT_EQ(QApplication::clipboard()->text(), message);
+        shownText->setTextCursor({});
+        return viewtest::Rendered(*shown.alert()).picture();
+    };
+    const std::string begin(200, 'x');
+    EXPECT_NE(pictureOf(begin + "1.pdf"), pictureOf(begin + "2.pdf"));
 }
 
 TEST(ErrorAlert, KeepsItsButtonInReachHoweverMuchThereIsToSay) {

@@ -8,6 +8,7 @@
 #include <QListView>
 #include <QPushButton>
 #include <QTest>
+#include <QTextEdit>
 #include <functional>
 #include <latch>
 #include <memory>
@@ -90,10 +91,13 @@ struct ShownWindow {
         return nullptr;
     }
 
-    /// Whether a visible label shows exactly that.
+    /// Whether a visible label, or the message of the alert, shows exactly that.
     [[nodiscard]] bool says(const char* text) const {
         for (const QLabel* label : window->findChildren<QLabel*>())
             if (label->isVisible() && label->text() == QString::fromUtf8(text)) return true;
+        for (const QTextEdit* message : window->findChildren<QTextEdit*>())
+            if (message->isVisible() && message->toPlainText() == QString::fromUtf8(text))
+                return true;
         return false;
     }
 
