@@ -94,6 +94,8 @@ void MainWindow::redraw() {
         focusBeforeMerge_ = focusWidget();
         content_.setEnabled(false);
     }
+    // What of the sidebar has the focus goes with the last document.
+    if (state_.files().empty() && contains(sidebar_, focusWidget())) header_.addButton().setFocus();
     sidebar_.redraw();
     preview_.redraw();
     split_.redraw();

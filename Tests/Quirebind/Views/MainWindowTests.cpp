@@ -133,6 +133,23 @@ TEST(MainWindow, TakesTheListsOperationsFromTheKeysOfTheFocusedList) {
     EXPECT_EQ(shown.list().currentIndex().row(), 0);
 }
 
+TEST(MainWindow, OffersToAddDocumentsWhenTheLastOneIsTakenOff) {
+    ShownWindow shown;
+    for (const bool byButton : {false, true}) {
+        shown.add({"a", "b"});
+        for (int left = 2; left > 0; --left) {
+            QWidget* focused = &shown.list();
+            if (byButton) focused = shown.button("Remove");
+            focused->setFocus();
+            QTest::keyClick(focused, byButton ? Qt::Key_Space : Qt::Key_Delete);
+            ShownWindow::settle();
+            EXPECT_EQ(QApplication::focusWidget(),
+                      left > 1 ? focused : shown.button("Add PDFs\u2026"));
+        }
+        EXPECT_EQ(shown.rows(), "");
+    }
+}
+
 TEST(MainWindow, KeepsTheKeysOfTheListFromDoingAnythingElsewhere) {
     ShownWindow shown;
     shown.add({"a", "b"});
