@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QContextMenuEvent>
 #include <QScreen>
 #include <array>
 
@@ -126,6 +127,7 @@ void MainWindow::addShortcuts() {
     onKeys({QKeySequence(Qt::CTRL | Qt::Key_N)}, [this] { services_.openWindow(); });
     onKeys({QKeySequence(Qt::CTRL | Qt::Key_W)}, [this] { close(); });
     onKeys({QKeySequence(Qt::CTRL | Qt::Key_Q)}, [this] { services_.quit(); });
+    onKeys({QKeySequence(Qt::SHIFT | Qt::Key_F10)}, [this] { openMenu(); });
     onKeys({QKeySequence(Qt::Key_F6)}, [this] { focusRegion(1); });
     onKeys({QKeySequence(Qt::SHIFT | Qt::Key_F6)}, [this] { focusRegion(-1); });
 }
@@ -160,6 +162,14 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 void MainWindow::waitToClose() {
     closesAfterMerge_ = true;
     closing_.open();
+}
+
+void MainWindow::openMenu() {
+    QWidget* target = focusWidget();
+    if (target == nullptr) return;
+    const QPoint centre = target->rect().center();
+    QContextMenuEvent asked(QContextMenuEvent::Keyboard, centre, target->mapToGlobal(centre));
+    QApplication::sendEvent(target, &asked);
 }
 
 void MainWindow::closeMenu() const {

@@ -69,6 +69,8 @@ class MainWindow : public QMainWindow {
     /// Moves the focus to the next region that has something to focus, or the one before.
     void focusRegion(int direction);
     void waitToClose();
+    /// Opens the menu of what has the focus, as the key for menus does, which the toolkit knows.
+    void openMenu();
     /// Closes the menu that a part of this window has opened, if any.
     void closeMenu() const;
 

@@ -7,6 +7,7 @@ import unittest
 from typing import Sequence
 
 from driver import documents
+from driver.announcements import Announcements
 from driver.picture import Colour
 from window_test_case import WindowTestCase
 
@@ -99,6 +100,39 @@ class TypicalUse(KeyboardTestCase):
         self.key("Menu")
         self.key("Down", "Down", "Return")
         self.expect_rows(["b.pdf, 1 pages", "c.pdf, 1 pages"])
+
+
+class Menus(KeyboardTestCase):
+
+    def setUp(self) -> None:
+        super().setUp()
+        self.announcements = Announcements(self.desktop)
+        self.addCleanup(self.announcements.end)
+
+    def test_both_keys_for_menus_open_the_same(self) -> None:
+        self.add_by_keys("a.pdf", "b.pdf")
+        for region, place, items in ((1, "a.pdf, 1 pages", ["Up", "Down", "Remove"]),
+                                     (2, "a.pdf", ["Copy"])):
+            opened = []
+            for key in ("Menu", "shift+F10"):
+                with self.subTest(f"{key} on {place}"):
+                    self.button("Add PDFs…").press("SetFocus")
+                    self.expect_focus("Add PDFs…")
+                    self.key(*["F6"] * region)
+                    self.expect_focus(place)
+                    self.key(key)
+                    menu = self.expect(self.announcements.menu, "a menu opens", timeout=3)
+                    self.assertEqual([item.name.split("\t")[0] for item in menu.children
+                                      if item.role == "menu item"], items)
+                    opened.append(menu.extents)
+                    self.key("Escape")
+                    self.expect_focus(place)
+            self.assertEqual(opened, opened[:1] * 2)
+
+    def test_an_item_of_the_menu_is_chosen(self) -> None:
+        self.add_by_keys("a.pdf", "b.pdf")
+        self.key("F6", "shift+F10", "Down", "Down", "Return")
+        self.expect_rows(["b.pdf, 1 pages", "a.pdf, 1 pages"])
 
 
 class Order(KeyboardTestCase):
