@@ -95,8 +95,11 @@ std::optional<URL> QtDesktop::runModal(const SavePanel& panel) {
         QString path = dialog.selectedUrls().constFirst().toLocalFile();
         if (path.endsWith(suffix(), Qt::CaseInsensitive)) return fileURL(QUrl::fromLocalFile(path));
         path += suffix();
-        if (!QFileInfo::exists(path) || mayReplace(path)) return fileURL(QUrl::fromLocalFile(path));
-        name = QFileInfo(path).fileName();
+        const QFileInfo there(path);
+        // A folder cannot be replaced, so there is nothing to ask: the merge will fail and say so.
+        if (!there.exists() || there.isDir() || mayReplace(path))
+            return fileURL(QUrl::fromLocalFile(path));
+        name = there.fileName();
     }
 }
 

@@ -109,6 +109,16 @@ class Saving(MergingTestCase):
         self.assertEqual(self.output.read_bytes(), b"precious")
         self.assertEqual(self.left_beside_output(), ["joined.pdf"])
 
+    def test_asks_nothing_where_the_name_is_that_of_a_folder(self) -> None:
+        folder = self.output.with_name("folder.pdf")
+        folder.mkdir()
+        self.press("Merge PDFs…")
+        self.save_as(folder.with_suffix(""))
+        self.assertEqual(self.expect_alert(), "Is a directory")
+        self.dismiss_alert()
+        self.assertEqual(list(folder.iterdir()), [])
+        self.assertEqual(self.left_beside_output(), ["folder.pdf"])
+
     def test_cancelling_changes_nothing(self) -> None:
         self.press("Merge PDFs…")
         self.cancel_panel()
