@@ -61,14 +61,18 @@ void LayerImport::finish() {
     if (!settings_.groups.empty()) writer_.add(settings_);
 }
 
-/// What is in /ON or /OFF is in that state, all others are in the base state; Unchanged, which
-/// means whatever was there before, is on where nothing was.
+/// All groups begin in the base state, then those of /ON are turned on, then those of /OFF are
+/// turned off (table 99); Unchanged, which means whatever was there before, is on where nothing
+/// was.
 void LayerImport::readStates(Value configuration) {
     ObjectReader& reader = copier_.reader();
     const bool base = !reader.resolve(configuration.find("BaseState")).isName("OFF");
-    std::set<std::uint32_t> others;
-    forEachReference(configuration.find(base ? "OFF" : "ON"),
-                     [&](Reference group) { others.insert(group.number); });
+    std::set<std::uint32_t> on;
+    std::set<std::uint32_t> off;
+    if (!base)
+        forEachReference(configuration.find("ON"),
+                         [&](Reference group) { on.insert(group.number); });
+    forEachReference(configuration.find("OFF"), [&](Reference group) { off.insert(group.number); });
     std::set<std::uint32_t> locked;
     forEachReference(configuration.find("Locked"),
                      [&](Reference group) { locked.insert(group.number); });
@@ -79,7 +83,7 @@ void LayerImport::readStates(Value configuration) {
         const auto copy = copier_.map().find(group);
         if (!copy) continue;
         settings_.groups.push_back(*copy);
-        const bool isOn = base != others.contains(group);
+        const bool isOn = !off.contains(group) && (base || on.contains(group));
         if (!isOn) hide(group, *copy);
         if (locked.contains(group)) settings_.locked.push_back(*copy);
     }

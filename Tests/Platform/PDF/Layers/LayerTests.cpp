@@ -92,6 +92,7 @@ TEST(Layers, staysHiddenOrShown) {
         "<< /OFF [21 0 R 23 0 R] >>",
         "<< /BaseState /OFF >>",
         "<< /BaseState /OFF /ON [22 0 R] >>",
+        "<< /BaseState /OFF /ON [22 0 R 23 0 R] /OFF [22 0 R] >>",
         "<< /BaseState /ON /ON [22 0 R] /OFF [22 0 R 24 0 R] >>",
         "<< /BaseState /Unchanged /OFF [24 0 R] >>",
         "26 0 R",
