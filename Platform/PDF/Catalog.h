@@ -26,15 +26,15 @@ class Catalog {
         entries_ = parts.entries();
     }
 
-    /// The value under `key`, as text that lives as long as this; absent where there is none.
+    /// The value under `key`, as text that lives as long as this; absent where there is none. Of
+    /// repeated keys the last counts.
     [[nodiscard]] Value find(std::string_view key) const {
-        const std::string_view text(text_);
-        for (const FoundEntry& entry : entries_) {
-            const Value found(text.substr(entry.keyBegin, entry.keyEnd - entry.keyBegin));
-            if (found.isName(key))
-                return Value(text.substr(entry.valueBegin, entry.valueEnd - entry.valueBegin));
+        Value value;
+        for (const FoundEntry& found : entries_) {
+            const DictionaryEntry entry = entryAt(found, text_);
+            if (entry.key.isName(key)) takeLast(value, entry.value);
         }
-        return {};
+        return value;
     }
 
  private:

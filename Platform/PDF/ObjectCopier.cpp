@@ -22,15 +22,15 @@ bool isStructureKey(Value key) {
 
 ObjectCopier::Kind ObjectCopier::kindOf(Value value, const FoundParts& parts) {
     Value type;
-    bool hasKids = false;
+    Value kids;
     Kind kind;
     DictionaryReader entries(value, parts);
     while (const auto entry = entries.next()) {
-        if (type.text().empty() && entry->key.isName("Type")) type = entry->value;
-        hasKids = hasKids || (entry->key.isName("Kids") && !entry->value.isNull());
+        if (entry->key.isName("Type")) takeLast(type, entry->value);
+        if (entry->key.isName("Kids")) takeLast(kids, entry->value);
         kind.hasStructureKey = kind.hasStructureKey || isStructureKey(entry->key);
     }
-    kind.isPageTreeNode = hasKids && type.isName("Pages");
+    kind.isPageTreeNode = !kids.isNull() && type.isName("Pages");
     kind.isStructureElement = type.isName("StructElem");
     kind.isLayer = type.isName("OCG");
     return kind;

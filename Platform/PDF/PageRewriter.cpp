@@ -63,19 +63,20 @@ SourceObject PageRewriter::read(const PageTree::Page& page) {
 
 PageRewriter::Attributes PageRewriter::attributesOf(const PageTree::Page& page, Value dictionary,
                                                     OwnEntries own) {
-    Attributes attributes{tree_.nodes()[page.node].inherited};
+    const PageTree::Inheritance& inherited = tree_.nodes()[page.node].inherited;
+    Attributes attributes{inherited};
     bool hasBox = false;
     Value type;
     for (const auto& [index, key] : own) {
         const Value value = entryAt(entries_.parts().entries()[index], dictionary.text()).value;
-        if (key == PageKey::type && type.text().empty()) type = value;
+        if (key == PageKey::type) takeLast(type, value);
         const auto attribute = inheritableAttribute(key);
-        if (!attribute) continue;
+        if (!attribute || value.text().empty()) continue;
         const bool isUsable =
             *attribute == kMediaBox ? isRectangle(value) : !copier_.reader().isAbsent(value);
-        if (!isUsable) continue;
-        attributes.inherited[*attribute] = PageTree::kNone;
-        hasBox = hasBox || *attribute == kMediaBox;
+        // Of repeated keys the last counts, and it may say less than the ones before.
+        attributes.inherited[*attribute] = isUsable ? PageTree::kNone : inherited[*attribute];
+        if (*attribute == kMediaBox) hasBox = isUsable;
     }
     if (!entries_.parts().wellFormed()) throw DamagedDocument("a page whose dictionary is broken");
     const std::uint32_t box = attributes.inherited[kMediaBox];

@@ -105,7 +105,7 @@ class PageTreeWalk {
         Entries entries;
         while (const auto entry = reader.next()) {
             Value* const place = entries.placeOf(pageKeyOf(entry->key));
-            if (place != nullptr && place->text().empty()) *place = entry->value;
+            if (place != nullptr) takeLast(*place, entry->value);
         }
         return entries;
     }

@@ -90,11 +90,22 @@ std::string Value::name() const {
 }
 
 Value Value::find(std::string_view key) const {
-    // Most keys that are asked for are absent, and hardly any is spelt with escapes.
-    const bool mayBeThere =
-        text_.find(key) != std::string_view::npos || text_.find('#') != std::string_view::npos;
-    if (!mayBeThere) return {};
-    return findEntry(DictionaryReader(*this), key);
+    // Most keys that are asked for are absent, and hardly any is spelt with escapes or repeated.
+    const auto mayBeIn = [key](std::string_view text) {
+        return text.find(key) != std::string_view::npos || text.find('#') != std::string_view::npos;
+    };
+    if (!mayBeIn(text_)) return {};
+    DictionaryReader entries(*this);
+    while (const auto entry = entries.next()) {
+        if (!entry->key.isName(key)) continue;
+        const std::string_view value = entry->value.text();
+        if (value.empty()) return {};  // nothing stands behind it
+        const auto end = static_cast<std::size_t>(value.data() - text_.data()) + value.size();
+        Value last = entry->value;
+        if (mayBeIn(text_.substr(end))) takeLast(last, findEntry(entries, key));
+        return last;
+    }
+    return {};
 }
 
 DictionaryReader::DictionaryReader(Value dictionary)

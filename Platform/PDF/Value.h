@@ -54,7 +54,8 @@ class Value {
     }
 
     /// The value under `key` (without solidus) of a dictionary; absent where there is none or this
-    /// is no dictionary. Of repeated keys the first counts.
+    /// is no dictionary. Of repeated keys the last counts: what that means is not defined (7.3.7),
+    /// but other readers take the last.
     [[nodiscard]] Value find(std::string_view key) const;
 
  private:
@@ -106,12 +107,19 @@ class DictionaryReader {
     bool wellFormed_ = true;
 };
 
-/// The value under `key` (without solidus); absent where there is none. Of repeated keys the first
+/// Lets `value`, met under some key, take the place of what was `taken` of that key before: of
+/// repeated keys the last counts. A last key without a value is as good as absent.
+inline void takeLast(Value& taken, Value value) {
+    if (!value.text().empty()) taken = value;
+}
+
+/// The value under `key` (without solidus); absent where there is none. Of repeated keys the last
 /// counts.
 [[nodiscard]] inline Value findEntry(DictionaryReader entries, std::string_view key) {
+    Value found;
     while (const auto entry = entries.next())
-        if (entry->key.isName(key)) return entry->value;
-    return {};
+        if (entry->key.isName(key)) takeLast(found, entry->value);
+    return found;
 }
 
 /// Reads an array element by element.

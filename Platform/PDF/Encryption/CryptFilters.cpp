@@ -28,8 +28,8 @@ CryptFilters::CryptFilters(Value dictionary, int version, const Resolve& resolve
     : hasFilters_(true) {
     DictionaryReader filters(resolve(dictionary.find("CF")));
     while (const auto filter = filters.next())
-        filters_.try_emplace(filter->key.name(),
-                             methodOf(resolve(filter->value), version, resolve));
+        filters_.insert_or_assign(filter->key.name(),
+                                  methodOf(resolve(filter->value), version, resolve));
     // Whatever the document says of it, this name means one thing.
     filters_[std::string(kIdentity)] = CryptMethod::identity;
 

@@ -79,9 +79,9 @@ FieldTree::Entries FieldTree::entriesOf(Value field) {
     Entries entries;
     DictionaryReader reader(field);
     while (const auto entry = reader.next()) {
-        if (entry->key.isName("T") && entries.name.isNull()) entries.name = entry->value;
-        if (entry->key.isName("Kids") && entries.kids.isNull()) entries.kids = entry->value;
-        if (entry->key.isName("Parent") && entries.parent.isNull()) entries.parent = entry->value;
+        if (entry->key.isName("T")) takeLast(entries.name, entry->value);
+        if (entry->key.isName("Kids")) takeLast(entries.kids, entry->value);
+        if (entry->key.isName("Parent")) takeLast(entries.parent, entry->value);
     }
     return entries;
 }

@@ -8,25 +8,32 @@ namespace quirebind {
 FormDefaults::Taken FormDefaults::takenByRoot(Value field, ObjectReader& reader) const {
     Taken taken{.appearance = !appearance_.empty(), .quadding = !quadding_.empty()};
     if (!taken.appearance && !taken.quadding) return taken;
+    Value type;
+    Value appearance;
+    Value quadding;
     DictionaryReader entries(field);
     while (const auto entry = entries.next()) {
-        if (entry->key.isName("FT") && reader.resolve(entry->value).isName("Sig")) return {};
-        if (entry->key.isName("DA") && !reader.isAbsent(entry->value)) taken.appearance = false;
-        if (entry->key.isName("Q") && !reader.isAbsent(entry->value)) taken.quadding = false;
+        if (entry->key.isName("FT")) takeLast(type, entry->value);
+        if (entry->key.isName("DA")) takeLast(appearance, entry->value);
+        if (entry->key.isName("Q")) takeLast(quadding, entry->value);
     }
+    if (reader.resolve(type).isName("Sig")) return {};
+    taken.appearance = taken.appearance && reader.isAbsent(appearance);
+    taken.quadding = taken.quadding && reader.isAbsent(quadding);
     return taken;
 }
 
 FormDefaults::Taken FormDefaults::takenByStray(Value annotation, ObjectReader& reader) const {
     if (appearance_.empty() && quadding_.empty()) return {};
     bool isField = false;
+    Value parent;
     DictionaryReader entries(annotation);
     while (const auto entry = entries.next()) {
         isField = isField || entry->key.isName("FT") || entry->key.isName("Kids");
-        // To ask whether the parent is there would read one after the other, again and again.
-        if (entry->key.isName("Parent") && !entry->value.isNull()) return {};
+        if (entry->key.isName("Parent")) takeLast(parent, entry->value);
     }
-    return isField ? takenByRoot(annotation, reader) : Taken();
+    // To ask whether the parent is there would read one after the other, again and again.
+    return isField && parent.isNull() ? takenByRoot(annotation, reader) : Taken();
 }
 
 void FormDefaults::append(const Taken& taken, ByteBuffer& out) const {

@@ -3,7 +3,8 @@
 
 #include "Platform/PDF/Forms/FormImport.h"
 
-#include <set>
+#include <cstddef>
+#include <map>
 #include <utility>
 
 #include "Platform/PDF/Limits.h"
@@ -11,6 +12,26 @@
 #include "Platform/PDF/ReferenceText.h"
 
 namespace quirebind {
+namespace {
+
+/// The entries of a dictionary, each with its key's name, in their order. Of repeated keys the last
+/// counts.
+std::vector<std::pair<std::string, DictionaryEntry>> namedEntries(Value dictionary) {
+    std::vector<std::pair<std::string, DictionaryEntry>> named;
+    std::map<std::string, std::size_t> places;
+    DictionaryReader entries(dictionary);
+    while (const auto entry = entries.next()) {
+        std::string name = entry->key.name();
+        const auto [place, isNew] = places.try_emplace(name, named.size());
+        if (isNew)
+            named.emplace_back(std::move(name), *entry);
+        else if (!entry->value.text().empty())
+            named[place->second].second = *entry;
+    }
+    return named;
+}
+
+}  // namespace
 
 FormImport::FormImport(ObjectCopier& copier, const PageCopies& pages, const Catalog& catalog,
                        FormWriter& writer, FormChanges& changes)
@@ -32,14 +53,13 @@ void FormImport::readResources() {
     ObjectReader& reader = copier_.reader();
     ResourceDigests digests(reader, writer_.resources().hash());
     WorkBudget room(limits::kFormResources);
-    std::set<std::string> categories;
-    DictionaryReader entries(reader.resolve(entry("DR")));
-    while (const auto entry = room.left() == 0 ? std::nullopt : entries.next()) {
-        std::string category = entry->key.name();
-        if (!categories.insert(category).second) continue;
+    const Value resources = reader.resolve(entry("DR"));
+    WorkBudget(limits::kFormResources).spend(resources.text().size());
+    for (const auto& [category, entry] : namedEntries(resources)) {
+        if (room.left() == 0) break;
         // What is no dictionary is the list of procedure sets, which nobody needs any more.
         attempt(copier_.reader(),
-                [&] { readCategory(category, reader.resolve(entry->value), digests, room); });
+                [&] { readCategory(category, reader.resolve(entry.value), digests, room); });
     }
 }
 
@@ -47,17 +67,13 @@ void FormImport::readCategory(const std::string& category, Value resources,
                               ResourceDigests& digests, WorkBudget& room) {
     ObjectReader& reader = copier_.reader();
     room.spend(resources.text().size());
-    std::set<std::string> names;
-    DictionaryReader entries(resources);
-    while (const auto entry = entries.next()) {
-        std::string name = entry->key.name();
+    for (const auto& [name, entry] : namedEntries(resources)) {
         attempt(copier_.reader(), [&] {
-            if (!names.insert(name).second) return;
-            auto digest = digests.of(entry->value);
+            auto digest = digests.of(entry.value);
             const bool isAbsent =
-                digest ? ResourceDigests::isOfNothing(*digest) : reader.isAbsent(entry->value);
+                digest ? ResourceDigests::isOfNothing(*digest) : reader.isAbsent(entry.value);
             if (isAbsent) return;
-            const std::string_view spelling = entry->key.text();
+            const std::string_view spelling = entry.key.text();
             const FormResources::Claim claim =
                 writer_.resources().claim({.category = category,
                                            .name = name,
@@ -65,7 +81,7 @@ void FormImport::readCategory(const std::string& category, Value resources,
                                            .digest = std::move(digest)});
             if (claim.spelling != spelling) changes_.resources[category][name] = claim.spelling;
             if (claim.isNew)
-                resources_.push_back({category, claim.spelling, std::string(entry->value.text())});
+                resources_.push_back({category, claim.spelling, std::string(entry.value.text())});
         });
     }
 }

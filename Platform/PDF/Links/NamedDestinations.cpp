@@ -37,7 +37,10 @@ void NamedDestinations::read() {
             add(entry->key.name(), entry->value, List::dictionary);
     });
     std::ranges::sort(entries_, {}, [this](const Entry& entry) {
-        return std::tuple(nameOf(entry), entry.list, entry.begin);  // of equals the first one first
+        // Of equals the one first that counts.
+        const std::size_t place =
+            entry.list == List::tree ? entry.begin : texts_.size() - entry.begin;
+        return std::tuple(nameOf(entry), entry.list, place);
     });
 }
 

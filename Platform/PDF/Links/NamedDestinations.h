@@ -35,7 +35,7 @@ class NamedDestinations {
 
     /// What stands under that name in `list` or, if nothing does, in the other one: a destination
     /// or a reference to one, valid as long as this. Nothing where there is none. Of a name that is
-    /// listed twice the first counts.
+    /// listed twice the first counts in the tree, and the last, as of any key, in the dictionary.
     [[nodiscard]] std::optional<Value> find(std::string_view name, List list);
 
  private:

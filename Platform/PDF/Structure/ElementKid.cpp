@@ -4,14 +4,6 @@
 #include "Platform/PDF/Structure/ElementKid.h"
 
 namespace quirebind {
-namespace {
-
-/// Of repeated keys the first counts.
-void takeFirst(Value& taken, Value value) {
-    if (taken.text().empty()) taken = value;
-}
-
-}  // namespace
 
 ElementKid ElementKid::read(Value kid) {
     if (kid.isDictionary()) return read(DictionaryReader(kid));
@@ -26,22 +18,18 @@ ElementKid ElementKid::read(Value kid) {
 ElementKid ElementKid::read(DictionaryReader entries) {
     ElementKid kid;
     Value type;
-    bool hasStructureType = false;
+    Value structureType;
     while (const auto entry = entries.next()) {
         const auto& [key, value] = *entry;
-        if (key.isName("Type")) {
-            takeFirst(type, value);
-            if (!type.isName("StructElem")) continue;
-            kid.kind = KidKind::element;
-            return kid;
-        }
-        if (key.isName("S")) hasStructureType = hasStructureType || !value.isNull();
-        if (key.isName("Pg")) takeFirst(kid.page, value);
-        if (key.isName("Obj")) takeFirst(kid.object, value);
-        if (key.isName("Stm")) takeFirst(kid.stream, value);
-        if (key.isName("StmOwn")) takeFirst(kid.streamOwner, value);
-        if (key.isName("MCID")) takeFirst(kid.identifier, value);
+        if (key.isName("Type")) takeLast(type, value);
+        if (key.isName("S")) takeLast(structureType, value);
+        if (key.isName("Pg")) takeLast(kid.page, value);
+        if (key.isName("Obj")) takeLast(kid.object, value);
+        if (key.isName("Stm")) takeLast(kid.stream, value);
+        if (key.isName("StmOwn")) takeLast(kid.streamOwner, value);
+        if (key.isName("MCID")) takeLast(kid.identifier, value);
     }
+    const bool hasStructureType = type.isName("StructElem") || !structureType.isNull();
     if (type.isName("OBJR"))
         kid.kind = KidKind::object;
     else if (type.isName("MCR") || (!hasStructureType && !kid.identifier.isNull()))

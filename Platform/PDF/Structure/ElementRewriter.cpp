@@ -44,7 +44,9 @@ bool ElementRewriter::writeDirect() {
                               .depth = direct.depth,
                               .place = direct.place,
                               .text = direct.text,
-                              .verdict = verdictOf(direct.place)};
+                              .verdict = verdictOf(direct.place),
+                              .page = {},
+                              .kids = {}};
         write(Value(direct.text), element, text, writer.beginObject(direct.number, writer.packs()));
         writer.endObject();
     }
@@ -84,15 +86,15 @@ void ElementRewriter::rewrite(Value value, MappedText& text, ByteBuffer& out) {
 
 void ElementRewriter::write(Value value, Element element, MappedText& text, ByteBuffer& out) {
     constexpr std::size_t kBracket = 2;
-    Value page;
     bool hasLanguage = false;
     DictionaryReader reader = text.entriesOf(value);
     while (const auto entry = reader.next()) {
-        if (entry->key.isName("Pg")) page = entry->value;
+        if (entry->key.isName("Pg")) takeLast(element.page, entry->value);
+        if (entry->key.isName("K")) takeLast(element.kids, entry->value);
         if (entry->key.isName("NS")) element.hasNamespace = !entry->value.isNull();
         if (entry->key.isName("Lang")) hasLanguage = !entry->value.isNull();
     }
-    element.verdict.page = context_.items.pageOf(page, element.verdict.page);
+    element.verdict.page = context_.items.pageOf(element.page, element.verdict.page);
 
     text.copyTo(text.beginOf(value) + kBracket, Role::plain, out);
     out.append("/P ");
@@ -110,12 +112,20 @@ void ElementRewriter::write(Value value, Element element, MappedText& text, Byte
 void ElementRewriter::writeEntry(const DictionaryEntry& entry, const Element& element,
                                  EntryRewriter& entries, MappedText& text, ByteBuffer& out) {
     const Value key = entry.key;
+    const auto isEntry = [&](Value value) {
+        return entry.value.text().data() == value.text().data();
+    };
     if (key.isName("S")) {
         writeType(entry.value, element, entries);
     } else if (key.isName("K")) {
-        writeKids(entry.value, element, entries);
+        // A kid is the first parent's that lists it: an earlier /K would leave none to the last.
+        if (isEntry(element.kids))
+            writeKids(entry.value, element, entries);
+        else
+            entries.drop();
     } else if (key.isName("Pg")) {
-        if (const auto page = context_.items.copyOfPage(entry.value))
+        const auto page = context_.items.copyOfPage(entry.value);
+        if (page && isEntry(element.page))
             appendReference(*page, entries.replace());
         else
             entries.drop();

@@ -62,6 +62,8 @@ class ElementRewriter : public ObjectRewriter {
         std::string_view text;  ///< What offsets count from.
         ElementSelection::Verdict verdict;
         bool hasNamespace = false;
+        Value page;  ///< Its /Pg and its /K: of repeated keys the last, which alone is written.
+        Value kids;
     };
 
     [[nodiscard]] ElementSelection::Verdict verdictOf(const ElementPlace& place) const;

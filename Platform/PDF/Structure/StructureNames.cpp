@@ -18,9 +18,12 @@ void StructureTypes::read(Value roleMap, ObjectReader& reader) {
     while (const auto entry = entries.next()) {
         const Value type = reader.resolveIfSound(entry->value);
         room.spend(type.text().size());
-        // Files map types to themselves, which says nothing.
-        if (type.isName() && type.name() != entry->key.name())
-            roleMap_.try_emplace(entry->key.name(), type.name());
+        const std::string name = entry->key.name();
+        // Files map types to themselves, which says nothing; of repeated keys the last counts.
+        if (type.isName() && type.name() != name)
+            roleMap_.insert_or_assign(name, type.name());
+        else
+            roleMap_.erase(name);
     }
 }
 
@@ -72,7 +75,7 @@ AttributeClasses::AttributeClasses(SharedNames& classes, std::size_t source, Obj
 void AttributeClasses::read(Value classMap) {
     DictionaryReader entries(classMap);
     while (const auto entry = entries.next())
-        classMap_.try_emplace(entry->key.name(), entry->value.text());
+        classMap_.insert_or_assign(entry->key.name(), entry->value.text());
 }
 
 const std::string& AttributeClasses::nameFor(const std::string& name) {

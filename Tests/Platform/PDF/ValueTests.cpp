@@ -94,6 +94,16 @@ TEST(Value, findsItsEntries) {
     EXPECT_TRUE(dictionary.find("").isNull());
 }
 
+// Other readers take the last of repeated keys.
+TEST(Value, findsTheLastOfItsEntriesOfThatName) {
+    EXPECT_EQ(Value("<</A 1/B 2/A 3/C 4>>").find("A").text(), "3");
+    EXPECT_EQ(Value("<</A 1/B 2/#41 3/C 4>>").find("A").text(), "3");
+    EXPECT_EQ(Value("<</A 1/A 2/A 3/B/A>>").find("A").text(), "3");
+    EXPECT_EQ(Value("<</A 1/B<</A 2>>/C(/A 3)/D[/A 4]>>").find("A").text(), "1");
+    EXPECT_EQ(Value("<</A 1/A null>>").find("A").text(), "null");
+    EXPECT_EQ(Value("<</A 1/A>>").find("A").text(), "1") << "a last key without a value is absent";
+}
+
 TEST(Value, hasNoEntriesWhereItIsNoDictionary) {
     for (const std::string_view text : {"", "[/A 1]", "(/A 1)", "/A", "1", "<<>>"}) {
         EXPECT_TRUE(Value(text).find("A").isNull()) << text;

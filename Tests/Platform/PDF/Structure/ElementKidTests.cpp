@@ -18,7 +18,8 @@ TEST(ElementKid, isWhatItsTypeSays) {
     EXPECT_EQ(kindOf("<</Type/StructElem/MCID 1>>"), KidKind::element);
     EXPECT_EQ(kindOf("<</S/P/Type/MCR/MCID 1>>"), KidKind::markedContent);
     EXPECT_EQ(kindOf("<</S/P/MCID 1/Type/OBJR>>"), KidKind::object);
-    EXPECT_EQ(kindOf("<</Type/MCR/Type/OBJR>>"), KidKind::markedContent) << "the first counts";
+    EXPECT_EQ(kindOf("<</Type/MCR/Type/OBJR>>"), KidKind::object) << "the last counts";
+    EXPECT_EQ(kindOf("<</Type/StructElem/Type/MCR/MCID 1>>"), KidKind::markedContent);
 }
 
 TEST(ElementKid, isToldByItsEntriesWithoutAType) {
@@ -39,9 +40,9 @@ TEST(ElementKid, isAnIdentifierIfItIsAnInteger) {
     }
 }
 
-TEST(ElementKid, hasTheFirstOfEachEntry) {
+TEST(ElementKid, hasTheLastOfEachEntry) {
     const ElementKid kid = ElementKid::read(
-        Value("<</StmOwn 1 0 R/Stm 2 0 R/Pg 3 0 R/Obj 4 0 R/MCID 5/MCID 6/Pg 7 0 R/Type/MCR>>"));
+        Value("<</StmOwn 1 0 R/Stm 2 0 R/Pg 7 0 R/Obj 4 0 R/MCID 6/MCID 5/Pg 3 0 R/Type/MCR>>"));
     EXPECT_EQ(kid.streamOwner.text(), "1 0 R");
     EXPECT_EQ(kid.stream.text(), "2 0 R");
     EXPECT_EQ(kid.page.text(), "3 0 R");
