@@ -83,7 +83,7 @@ PageRewriter::Attributes PageRewriter::attributesOf(const PageTree::Page& page, 
     if (box != PageTree::kNone) hasBox = isRectangle(Value(tree_.values()[box]));
     if (!hasBox) attributes.inherited[kMediaBox] = PageTree::kNone;
     attributes.defaultBox = !hasBox;
-    attributes.typed = !copier_.reader().isAbsent(type);
+    attributes.typed = !type.isName("Pages") && !copier_.reader().isAbsent(type);
     return attributes;
 }
 
@@ -104,8 +104,8 @@ bool PageRewriter::isRectangle(Value value) {
 }
 
 /// Copies the page's own entries, but not those that others take the place of: /Parent, what is
-/// inherited in spite of an entry of that name, /Type where it means null, and a last key without a
-/// value.
+/// inherited in spite of an entry of that name, /Type where it means null or says that this is a
+/// node, what only nodes have, and a last key without a value.
 void PageRewriter::appendOwnEntries(Value page, OwnEntries own, const Attributes& attributes,
                                     ByteBuffer& out) {
     constexpr std::size_t kBracket = 2;
@@ -116,6 +116,7 @@ void PageRewriter::appendOwnEntries(Value page, OwnEntries own, const Attributes
         const DictionaryEntry& entry = entries.at(index);
         const auto attribute = inheritableAttribute(key);
         const bool isReplaced = entry.value.text().empty() || key == PageKey::parent ||
+                                key == PageKey::kids || key == PageKey::count ||
                                 (attribute && attributes.replaces(*attribute)) ||
                                 (key == PageKey::type && !attributes.typed);
         if (isReplaced)

@@ -14,6 +14,11 @@
 #include "Platform/PDF/PageKey.h"
 
 namespace quirebind {
+namespace {
+
+constexpr auto kResources = static_cast<std::size_t>(PageKey::resources);
+
+}  // namespace
 
 /// One walk over a page tree, with a stack of its own in place of recursion.
 class PageTreeWalk {
@@ -70,6 +75,7 @@ class PageTreeWalk {
         Value kids;
         Value count;
         Value parent;
+        Value contents;
         std::array<Value, kInheritableAttributes.size()> inheritable;
 
         /// Null where the key is that of another entry.
@@ -82,7 +88,12 @@ class PageTreeWalk {
             return attribute ? &inheritable.at(*attribute) : nullptr;
         }
 
-        [[nodiscard]] bool isNode() const { return !kids.isNull() || type.isName("Pages"); }
+        /// Whether more than its /Kids says what it is: a node has no content, and a /Count if no
+        /// /Kids.
+        [[nodiscard]] bool looksLikePage() const {
+            if (type.isName("Page") || !contents.isNull()) return true;
+            return kids.isNull() && count.isNull() && !inheritable[kResources].isNull();
+        }
     };
 
     /// A value and the object that it is, 0 for none.
@@ -104,10 +115,29 @@ class PageTreeWalk {
             found.isLast ? DictionaryReader(found.value, parts_) : DictionaryReader(found.value);
         Entries entries;
         while (const auto entry = reader.next()) {
-            Value* const place = entries.placeOf(pageKeyOf(entry->key));
-            if (place != nullptr) takeLast(*place, entry->value);
+            const PageKey key = pageKeyOf(entry->key);
+            Value* const place = entries.placeOf(key);
+            if (place != nullptr)
+                takeLast(*place, entry->value);
+            else if (key == PageKey::other && entry->key.isName("Contents"))
+                takeLast(entries.contents, entry->value);
         }
         return entries;
+    }
+
+    /// Some files leave out /Type, or get it wrong; /Kids tells a node from a page. What looks like
+    /// a page is one unless there is a kid: other readers show it, by its /Type or its content.
+    [[nodiscard]] bool isNode(const Entries& entries) {
+        if (entries.kids.isNull() && !entries.type.isName("Pages")) return false;
+        return !entries.looksLikePage() || hasKid(entries.kids);
+    }
+
+    [[nodiscard]] bool hasKid(Value kids) {
+        const Value list = reader_.resolveIfSound(kids);
+        ArrayReader elements(list);
+        while (const auto kid = elements.next())
+            if (!kid->isNull()) return true;
+        return list.isDictionary();
     }
 
     /// Notes damage in the node that is open, unless any damage is to be refused.
@@ -161,8 +191,7 @@ class PageTreeWalk {
         std::set<std::uint32_t> visited{found.object};
         for (;;) {
             const Node parent = parentOf(root);
-            if (!parent.entries.isNode() || !visited.insert(parent.found.object).second)
-                return root;
+            if (!isNode(parent.entries) || !visited.insert(parent.found.object).second) return root;
             if (!bypasses_) throw DamagedDocument("a page tree that does not begin at its root");
             if (visited.size() > limits::kPageTreeDepth)
                 throw DamagedDocument("too deep a page tree");
@@ -183,7 +212,7 @@ class PageTreeWalk {
     void openRoot(const Node& root) {
         PageTree::Inheritance nothing{};
         nothing.fill(PageTree::kNone);
-        if (root.entries.isNode()) {
+        if (isNode(root.entries)) {
             visit(root.found, root.entries, nothing);
             return;
         }
@@ -202,7 +231,8 @@ class PageTreeWalk {
             return;
         }
         const Entries entries = readEntries(found);
-        if (!entries.isNode()) pageShape_ = shape;
+        // Of what has /Kids that are an object, only these tell.
+        if (entries.kids.isNull() && !isNode(entries)) pageShape_ = shape;
         visit(found, entries, inherited);
     }
 
@@ -212,8 +242,7 @@ class PageTreeWalk {
             damaged(Loss::broken, "a page that is no dictionary");
             return;
         }
-        // Some files leave out /Type; /Kids tells a node from a page.
-        if (!entries.isNode()) {
+        if (!isNode(entries)) {
             addPage(found);
             return;
         }

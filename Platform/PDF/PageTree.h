@@ -52,8 +52,9 @@ class PageTree {
 
     /// Walks the whole tree below `root`, the value under /Pages of the catalog
     /// (ISO 32000-2, 7.7.3). A kid that is null is no page; one that is listed twice counts twice;
-    /// nodes and pages may stand in their parents directly. /Count is not asked where there is no
-    /// damage: files lie about it.
+    /// nodes and pages may stand in their parents directly. What has content, or says that it is a
+    /// page, and has no kid is one, even if it has an empty /Kids or says that it is a node. /Count
+    /// is not asked where there is no damage: files lie about it.
     ///
     /// A tree is damaged where a kid is no dictionary or leads back to a node above it, where a
     /// node with a /Count has no /Kids, where there is no page but a /Count, and where the root is

@@ -94,6 +94,45 @@ INSTANTIATE_TEST_SUITE_P(
         Kind("thatIsDirect", replaced(onePageWith(), "/Pages 2 0 R", "/Pages " + kTreeNode))),
     nameOfKind);
 
+/// Two pages, the first of which begins like that.
+std::string withFirstPage(const std::string& beginning, const std::string& objects = "") {
+    return replaced(withRoot("<< /Type /Pages /Kids [3 0 R 7 0 R] /Count 2 >>", objects),
+                    "/Type /Page /Parent", beginning + " /Parent");
+}
+
+// What has content and no kids is a page, whatever else it says: some reader shows it.
+INSTANTIATE_TEST_SUITE_P(
+    PageLikeANode, ReadableFile,
+    ::testing::Values(
+        Kind("byItsKids", withFirstPage("/Type /Page /Kids []"), {200, 500}, {"one", "two"}),
+        Kind("byItsIndirectKids", withFirstPage("/Type /Page /Kids 9 0 R", object(9, "[]")),
+             {200, 500}, {"one", "two"}),
+        Kind("byKidsThatAreNotThere", withFirstPage("/Type /Page /Kids 88 0 R /Count 1"),
+             {200, 500}, {"one", "two"}),
+        Kind("byItsType", withFirstPage("/Type /Pages"), {200, 500}, {"one", "two"}),
+        Kind("byItsTypeAndNullKids", withFirstPage("/Type /Pages /Kids null"), {200, 500},
+             {"one", "two"}),
+        Kind("byItsKidsWithoutAType", withFirstPage("/Kids []"), {200, 500}, {"one", "two"}),
+        Kind("byItsKidsAmongAnnotations", withFirstPage("/Type /Page /Kids [null] /Annots []"),
+             {200, 500}, {"one", "two"}),
+        Kind("thatIsOneByItsKids",
+             withRoot("<< /Type /Pages /Kids [9 0 R 10 0 R] /Count 2 >>",
+                      object(9,
+                             "<< /Type /Page /Kids 11 0 R /Contents 4 0 R /MediaBox "
+                             "[0 0 200 300] /Resources << /Font << /F1 5 0 R >> >> >>") +
+                          object(10,
+                                 "<< /Type /Page /Kids 12 0 R /Contents 4 0 R /MediaBox "
+                                 "[0 0 200 300] /Resources << /Font << /F1 5 0 R >> >> >>") +
+                          object(11, "[]") + object(12, "[7 0 R]")),
+             {200, 500}, {"one", "two"}),
+        Kind("amongEmptyNodesWithResources",
+             withRoot("<< /Type /Pages /Kids [9 0 R 3 0 R 7 0 R] /Count 2 >>",
+                      object(9,
+                             "<< /Type /Pages /Parent 2 0 R /Kids [] /Count 0 "
+                             "/Resources << >> /MediaBox [0 0 99 99] >>")),
+             {200, 500}, {"one", "two"})),
+    nameOfKind);
+
 INSTANTIATE_TEST_SUITE_P(
     PageTree, RefusedFile,
     ::testing::Values(Kind("thatContainsItselfInThePlaceOfAPage",

@@ -103,6 +103,10 @@ INSTANTIATE_TEST_SUITE_P(
         Kind("withANodeWithoutKids",
              withRoot("<< /Type /Pages /Kids [3 0 R 9 0 R] /Count 2 >>",
                       "{{object 9 0}}\n<< /Type /Pages /Parent 2 0 R /Count 1 >>\nendobj\n")),
+        Kind("withANodeWithoutKidsThatHasResources",
+             withRoot("<< /Type /Pages /Kids [3 0 R 9 0 R] /Count 2 >>",
+                      "{{object 9 0}}\n<< /Type /Pages /Parent 2 0 R /Count 1 "
+                      "/Resources << >> >>\nendobj\n")),
         // The tree is lost, and nobody knows of how many pages these are the ones that are left.
         Kind("whosePagesAreLeft", withoutTable(replaced(onePageWith(), kNode, "null")))),
     nameOfKind);
