@@ -73,9 +73,9 @@ ImportSession::ImportSession(SourceDocument& source, OutputParts& output)
 void ImportSession::addStructure(const Catalog& catalog, OutputParts& output) {
     Marking marking = readMarking(catalog, copier_.reader());
     if (!catalog.find("StructTreeRoot").isNull()) {
-        auto structure =
-            StructureImport::open(copier_, catalog, {.copies = copies_, .inserted = inserted_},
-                                  marking.language, output.structure);
+        auto structure = StructureImport::open(
+            copier_, catalog, {.tree = tree_, .copies = copies_, .inserted = inserted_},
+            marking.language, output.structure);
         if (structure)
             parts_.push_back(std::move(structure));
         else

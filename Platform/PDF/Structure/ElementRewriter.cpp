@@ -96,9 +96,12 @@ void ElementRewriter::write(Value value, Element element, MappedText& text, Byte
     }
     element.verdict.page = context_.items.pageOf(element.page, element.verdict.page);
 
+    const auto page = missingPage(element);
+
     text.copyTo(text.beginOf(value) + kBracket, Role::plain, out);
     out.append("/P ");
     appendReference(element.parent, out);
+    appendReferenceEntry("/Pg", page, out);
     if (!hasLanguage && element.parent == context_.root && !context_.language.empty()) {
         out.append("/Lang");
         appendLiteralString(context_.language, out);
@@ -107,6 +110,39 @@ void ElementRewriter::write(Value value, Element element, MappedText& text, Byte
     while (const auto* const entry = entries.next())
         writeEntry(*entry, element, entries, text, out);
     entries.finish();
+}
+
+/// The page that an element has to name because its content, known by numbers, is on it, and
+/// neither it nor one around it does. In its source its page was found by way of the parent tree,
+/// or was the only one.
+std::optional<std::uint32_t> ElementRewriter::missingPage(const Element& element) {
+    const bool isSaid = !element.page.isNull() ||
+                        (element.parent < knowsPage_.size() && knowsPage_[element.parent]);
+    if (isSaid) {
+        if (element.number >= knowsPage_.size()) knowsPage_.resize(element.number + 1);
+        knowsPage_[element.number] = true;
+        return std::nullopt;
+    }
+    // Where some pages are left out, so is what may be on them.
+    if (!context_.items.areAllPagesCopied() || !hasNumberedContent(element.kids))
+        return std::nullopt;
+    return context_.pages.copyFor(element.place.offset == 0 ? element.place.object : 0);
+}
+
+bool ElementRewriter::hasNumberedContent(Value kids) {
+    const Value list = inlined(kids);
+    // Nearly all marked content that is a dictionary names its page, which is quickly seen.
+    const auto isNumbered = [](Value kid) {
+        if (!kid.isDictionary()) return kid.integer().has_value();
+        if (kid.text().find("Pg") != std::string_view::npos) return false;
+        const ElementKid item = ElementKid::read(kid);
+        return item.kind == KidKind::markedContent && item.stream.isNull();
+    };
+    if (isNumbered(list)) return true;
+    ArrayReader elements(list);
+    while (const auto kid = elements.next())
+        if (isNumbered(*kid)) return true;
+    return false;
 }
 
 void ElementRewriter::writeEntry(const DictionaryEntry& entry, const Element& element,

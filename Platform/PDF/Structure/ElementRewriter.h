@@ -4,9 +4,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "Platform/PDF/EntryRewriter.h"
 #include "Platform/PDF/Limits.h"
@@ -15,6 +17,7 @@
 #include "Platform/PDF/Structure/ContentItems.h"
 #include "Platform/PDF/Structure/ElementCopies.h"
 #include "Platform/PDF/Structure/ElementIDs.h"
+#include "Platform/PDF/Structure/ElementPages.h"
 #include "Platform/PDF/Structure/ElementSelection.h"
 #include "Platform/PDF/Structure/StructureNames.h"
 
@@ -29,6 +32,7 @@ class ElementRewriter : public ObjectRewriter {
         ObjectCopier& copier;
         ElementCopies& copies;
         const ContentItems& items;
+        ElementPages& pages;
         StructureTypes& types;
         AttributeClasses& classes;
         SourceIDs& ids;
@@ -70,6 +74,8 @@ class ElementRewriter : public ObjectRewriter {
     void write(Value value, Element element, MappedText& text, ByteBuffer& out);
     void writeEntry(const DictionaryEntry& entry, const Element& element, EntryRewriter& entries,
                     MappedText& text, ByteBuffer& out);
+    [[nodiscard]] std::optional<std::uint32_t> missingPage(const Element& element);
+    [[nodiscard]] bool hasNumberedContent(Value kids);
     void writeType(Value type, const Element& element, EntryRewriter& entries);
     void writeID(Value id, const Element& element, EntryRewriter& entries);
     void writeReferences(Value references, EntryRewriter& entries);
@@ -82,7 +88,8 @@ class ElementRewriter : public ObjectRewriter {
     Context context_;
     const ElementSelection* selection_ = nullptr;
     ByteBuffer kids_;
-    WorkBudget room_;  // for what many elements share
+    std::vector<bool> knowsPage_;  // by the output's number: an element, or one around it, says it
+    WorkBudget room_;              // for what many elements share
 };
 
 }  // namespace quirebind

@@ -14,10 +14,12 @@
 #include "Platform/PDF/DocumentPart.h"
 #include "Platform/PDF/Links/PageCopies.h"
 #include "Platform/PDF/ObjectCopier.h"
+#include "Platform/PDF/PageTree.h"
 #include "Platform/PDF/Structure/AttributeRewriter.h"
 #include "Platform/PDF/Structure/ContentItems.h"
 #include "Platform/PDF/Structure/ElementCopies.h"
 #include "Platform/PDF/Structure/ElementIDs.h"
+#include "Platform/PDF/Structure/ElementPages.h"
 #include "Platform/PDF/Structure/ElementRewriter.h"
 #include "Platform/PDF/Structure/ElementSelection.h"
 #include "Platform/PDF/Structure/StructureNames.h"
@@ -36,6 +38,7 @@ class StructureImport : public DocumentPart {
  public:
     /// What the structure is about.
     struct Pages {
+        const PageTree& tree;
         const PageCopies& copies;
         const std::vector<bool>& inserted;
     };
@@ -68,6 +71,7 @@ class StructureImport : public DocumentPart {
     AttributeRewriter attributes_;
     ContentItems items_;
     ElementCopies copies_;
+    ElementPages elementPages_;
     ElementRewriter elements_;
     std::optional<ElementSelection> selection_;  // where not all pages are copied
 };
