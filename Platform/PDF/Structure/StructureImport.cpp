@@ -3,6 +3,7 @@
 
 #include "Platform/PDF/Structure/StructureImport.h"
 
+#include <set>
 #include <utility>
 
 #include "Platform/PDF/Structure/ParentTreeImport.h"
@@ -54,13 +55,42 @@ void StructureImport::finish() {
     types_.read(reader.resolveIfSound(root.find("RoleMap")), reader);
     classes_.read(reader.resolveIfSound(root.find("ClassMap")));
     readNamespaces(root.find("Namespaces"));
-    writer_.setTopElements(source_, elements_.topElements(root));
+    std::string topElements = elements_.topElements(root);
+    if (!topElements.empty()) addFiles(root);
+    writer_.setTopElements(source_, std::move(topElements));
     copyElements();
 
     // This comes last: it may tell of elements that are not in the tree.
     root = reader.resolveIfSound(root_);
     ParentTreeImport(copier_, copies_, writer_.parentTree()).run(root.find("ParentTree"));
     copyElements();
+}
+
+/// How words are said, and what belongs to the structure as a whole (table 354).
+void StructureImport::addFiles(Value root) {
+    for (const std::uint32_t file : copiesOf(root.find("PronunciationLexicon")))
+        writer_.addLexicon(file);
+    for (const std::uint32_t file : copiesOf(root.find("AF"))) writer_.addAssociatedFile(file);
+}
+
+/// The copies of file specifications, each once. One that is no object becomes one.
+std::vector<std::uint32_t> StructureImport::copiesOf(Value files) {
+    std::vector<std::uint32_t> copies;
+    std::set<std::uint32_t> met;
+    DocumentWriter& writer = copier_.writer();
+    ArrayReader elements(copier_.reader().resolveIfSound(files));
+    while (const auto element = elements.next()) {
+        if (const auto reference = element->reference()) {
+            const auto copy = copier_.map().map(*reference, Role::plain);
+            if (copy && met.insert(*copy).second) copies.push_back(*copy);
+        } else if (element->isDictionary()) {
+            copies.push_back(writer.reserve());
+            copier_.appendValue(*element, Role::plain,
+                                writer.beginObject(copies.back(), writer.packs()));
+            writer.endObject();
+        }
+    }
+    return copies;
 }
 
 /// Copying may trim, so that no text of the source is held while it goes on.

@@ -57,6 +57,8 @@ class StructureImport : public DocumentPart {
 
  private:
     void readNamespaces(Value namespaces);
+    void addFiles(Value root);
+    [[nodiscard]] std::vector<std::uint32_t> copiesOf(Value files);
     void select();
     void copyElements();
 

@@ -76,7 +76,9 @@ std::optional<std::uint32_t> StructureWriter::finish(DocumentWriter& writer,
     appendReferenceEntry("/IDTree", idTree, out);
     appendDefinitions("/RoleMap", types_, Kind::names, out);
     appendDefinitions("/ClassMap", classes_, Kind::texts, out);
-    appendNamespaces(out);
+    appendReferencesEntry("/Namespaces", namespaces_, out);
+    appendReferencesEntry("/PronunciationLexicon", lexicons_, out);
+    appendReferencesEntry("/AF", associatedFiles_, out);
     out.append(">>");
     writer.endObject();
     return root_;
@@ -89,10 +91,6 @@ void StructureWriter::appendTopElements(ByteBuffer& out) const {
         out.append(" ");
     }
     out.append("]");
-}
-
-void StructureWriter::appendNamespaces(ByteBuffer& out) const {
-    appendReferencesEntry("/Namespaces", namespaces_, out);
 }
 
 }  // namespace quirebind

@@ -24,7 +24,8 @@ namespace quirebind {
 ///     << /Type /StructTreeRoot
 ///        /K [top elements of the first source, of the second ...]
 ///        /ParentTree ... /ParentTreeNextKey n
-///        /IDTree ... /RoleMap << ... >> /ClassMap << ... >> /Namespaces [...] >>
+///        /IDTree ... /RoleMap << ... >> /ClassMap << ... >> /Namespaces [...]
+///        /PronunciationLexicon [...] /AF [...] >>
 class StructureWriter {
  public:
     /// The number of the root.
@@ -43,6 +44,10 @@ class StructureWriter {
     /// Adds a namespace; `text` is empty where it refers to others and so is like none.
     void addNamespace(std::uint32_t number, std::string_view text);
 
+    /// Adds a file that is about all of a source's structure.
+    void addLexicon(std::uint32_t number) { lexicons_.push_back(number); }
+    void addAssociatedFile(std::uint32_t number) { associatedFiles_.push_back(number); }
+
     [[nodiscard]] ElementIDs& ids() { return ids_; }
     [[nodiscard]] SharedNames& types() { return types_; }      ///< Defined by other types.
     [[nodiscard]] SharedNames& classes() { return classes_; }  ///< Defined by attributes.
@@ -56,11 +61,12 @@ class StructureWriter {
  private:
     [[nodiscard]] bool isEmpty() const;
     void appendTopElements(ByteBuffer& out) const;
-    void appendNamespaces(ByteBuffer& out) const;
 
     std::uint32_t root_ = 0;
     std::vector<std::string> topElements_;  // by source
     std::vector<std::uint32_t> namespaces_;
+    std::vector<std::uint32_t> lexicons_;
+    std::vector<std::uint32_t> associatedFiles_;
     std::map<std::string, std::uint32_t, std::less<>> namespacesByText_;
     ElementIDs ids_;
     SharedNames types_;
