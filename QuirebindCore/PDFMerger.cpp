@@ -3,6 +3,7 @@
 
 #include "QuirebindCore/PDFMerger.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <new>
 #include <optional>
@@ -28,26 +29,54 @@ URL normalized(SymlinkResolver& resolver, const URL& url) {
     return url.resolvingSymlinksInPath(resolver).standardizedFileURL();
 }
 
-/// What lies at a location, unless that has other names, too, under which it would stay.
-std::optional<FileStamp> onlyFileAt(FileSystem& files, const URL& location) {
+struct Existing {
+    FileStamp file;
+    bool hasOtherNames = false;  ///< Other hard links.
+};
+
+std::optional<Existing> regularFileAt(FileSystem& files, const URL& location) {
     struct stat status{};
-    const bool isOnly =
+    const bool isRegular =
         files.linkStatus(AT_FDCWD, std::string(location.path()).c_str(), status) == 0 &&
-        S_ISREG(status.st_mode) && status.st_nlink == 1;
-    if (!isOnly) return std::nullopt;
+        S_ISREG(status.st_mode);
+    if (!isRegular) return std::nullopt;
+    return Existing{.file = FileStamp(status), .hasOtherNames = status.st_nlink > 1};
+}
+
+std::optional<FileStamp> folderOf(FileSystem& files, const URL& location) {
+    const std::string path(location.path());
+    struct stat status{};
+    if (files.linkStatus(AT_FDCWD, path.substr(0, path.rfind('/') + 1).c_str(), status) != 0)
+        return std::nullopt;
     return FileStamp(status);
 }
 
+/// Whether these are one name of one folder; upper and lower case may be the same in it.
+bool isSameName(FileSystem& files, const URL& a, const URL& b) {
+    const auto isSameLetter = [](char one, char other) {
+        const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; };
+        return lower(one) == lower(other);
+    };
+    if (!std::ranges::equal(a.lastPathComponent(), b.lastPathComponent(), isSameLetter))
+        return false;
+    const auto folderOfA = folderOf(files, a);
+    const auto folderOfB = folderOf(files, b);
+    return folderOfA && folderOfB && folderOfA->isSameFile(*folderOfB);
+}
+
 /// A folder may be mounted at two places, and a system may take upper and lower case for the same:
-/// then one file has two locations that do not look alike.
+/// then one file has two locations that do not look alike. A file that has other names keeps its
+/// bytes under these when one of them is replaced.
 void refuseToOverwrite(FileSystem& files, std::span<const URL> sources, const URL& destination) {
     SymlinkResolver resolver(files);
     const URL target = normalized(resolver, destination);
-    const auto replaced = onlyFileAt(files, target);
+    const auto replaced = regularFileAt(files, target);
     for (const URL& source : sources) {
         const URL location = normalized(resolver, source);
-        const auto file = replaced ? onlyFileAt(files, location) : std::nullopt;
-        if (location == target || (file && file->isSameFile(*replaced)))
+        if (location == target) throw Failure::sourceOverwrite();
+        const auto existing = replaced ? regularFileAt(files, location) : std::nullopt;
+        if (!existing || !existing->file.isSameFile(replaced->file)) continue;
+        if (!existing->hasOtherNames || isSameName(files, location, target))
             throw Failure::sourceOverwrite();
     }
 }

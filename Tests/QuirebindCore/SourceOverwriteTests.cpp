@@ -157,11 +157,15 @@ TEST(SourceOverwrite, isRefusedWhereAFolderIsMountedTwice) {
     const URL first = URL::file(name);
     const URL second = URL::file(folder.path() + "/second/a.pdf");
     MountedTwice files;
-    for (const auto& [source, destination] : {std::pair(first, second), std::pair(second, first)}) {
-        const auto failure =
-            failureOf([&] { PDFMerger::mergeOn(files, std::vector{source}, destination); });
-        expectFailure(failure, Kind::sourceOverwrite);
-        EXPECT_EQ(folder.read("first/a.pdf"), bytes);
+    for (const bool hasHardLink : {false, true}) {
+        if (hasHardLink) fs::create_hard_link(name, folder.path() + "/first/hard.pdf");
+        for (const auto& [source, destination] :
+             {std::pair(first, second), std::pair(second, first)}) {
+            const auto failure =
+                failureOf([&] { PDFMerger::mergeOn(files, std::vector{source}, destination); });
+            expectFailure(failure, Kind::sourceOverwrite);
+            EXPECT_EQ(folder.read("first/a.pdf"), bytes);
+        }
     }
 }
 
