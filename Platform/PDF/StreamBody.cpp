@@ -25,6 +25,11 @@ bool isObjectHeader(std::string_view text) {
     return !text.empty() && isDigit(text[0]) && parseObjectHeader(text.substr(0, kHeader), at);
 }
 
+/// Whether this may stand before the "obj", on the same line.
+bool isInsideHeader(char c) {
+    return isDigit(c) || (isWhite(c) && c != '\n' && c != '\r');
+}
+
 /// A text begins a line itself only where it is the `start` of the body.
 bool beginsLine(std::string_view text, std::size_t at, bool start) {
     return at == 0 ? start : text[at - 1] == '\n' || text[at - 1] == '\r';
@@ -51,9 +56,8 @@ std::size_t findHeader(std::string_view text, bool start) {
     for (std::size_t at = text.find(kObj); at != std::string_view::npos;
          at = text.find(kObj, at + 1)) {
         const std::size_t from = at - std::min(at, kHeader - kObj.size());
-        const std::string_view before = text.substr(from, at - from);
-        const std::size_t line = before.find_last_of("\r\n");
-        const std::size_t begin = line == std::string_view::npos ? from : from + line + 1;
+        std::size_t begin = at;
+        while (begin > from && isInsideHeader(text[begin - 1])) --begin;
         if (beginsLine(text, begin, start) && isObjectHeader(text.substr(begin))) return begin;
     }
     return std::string_view::npos;
