@@ -50,6 +50,16 @@ std::optional<PDFDocument> PDFDocument::open(const URL& url, FileSystem& files) 
     }
 }
 
+std::optional<PDFDocument> PDFDocument::open(FileDescriptor file, FileSystem& files) {
+    try {
+        auto state = std::make_unique<State>();
+        state->source = std::make_shared<SourceDocument>(std::move(file), files);
+        return PDFDocument(std::move(state));
+    } catch (const DamagedDocument&) {
+        return std::nullopt;
+    }
+}
+
 std::optional<URL> PDFDocument::documentURL() const {
     if (!state_->source) return std::nullopt;
     return state_->source->url();

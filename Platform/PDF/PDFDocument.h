@@ -17,6 +17,7 @@
 
 namespace quirebind {
 
+class FileDescriptor;
 class FileSystem;
 class LinkReader;
 class SourceDocument;
@@ -62,7 +63,11 @@ class PDFDocument {
     /// The same, on a given file system, which must outlive the document.
     [[nodiscard]] static std::optional<PDFDocument> open(const URL& url, FileSystem& files);
 
-    /// Where an opened document comes from.
+    /// The same of a file that is open to be read already; its descriptor is the document's from
+    /// then on.
+    [[nodiscard]] static std::optional<PDFDocument> open(FileDescriptor file, FileSystem& files);
+
+    /// Where an opened document comes from; nothing where its file was open already.
     [[nodiscard]] std::optional<URL> documentURL() const;
 
     /// Whether the document is encrypted and does not open with the empty password

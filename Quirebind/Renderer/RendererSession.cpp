@@ -3,6 +3,8 @@
 
 #include "Quirebind/Renderer/RendererSession.h"
 
+#include <QBuffer>
+#include <QByteArray>
 #include <QImage>
 #include <QPainter>
 #include <QPdfSelection>
@@ -12,6 +14,7 @@
 #include <cerrno>
 #include <cstring>
 #include <exception>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -20,6 +23,7 @@
 
 #include "Platform/Files/FileSystem.h"
 #include "Platform/PDF/Forms/FieldStamps.h"
+#include "Platform/PDF/PDFDocument.h"
 #include "Platform/PDF/SourceDocument.h"
 #include "Quirebind/Renderer/UpdatedFile.h"
 
@@ -64,6 +68,22 @@ std::string stampsForFields(int file) {
         return quirebind::stampsForFields(document);
     } catch (const std::exception&) {  // damage, or memory
         return {};
+    }
+}
+
+/// The same pages, as our own library reads and writes them: it mends much that the toolkit does
+/// not read. Nothing where it cannot either.
+std::optional<ByteBuffer> mendedCopy(int file) {
+    FileSystem& files = FileSystem::native();
+    try {
+        const auto source = PDFDocument::open(FileDescriptor(files, ::dup(file)), files);
+        if (!source || source->pageCount() == 0) return std::nullopt;
+        PDFDocument copy;
+        for (std::size_t i = 0; i < source->pageCount(); ++i)
+            if (!copy.insertPage(*source->pageAtIndex(i), i)) return std::nullopt;
+        return std::move(copy).dataRepresentation();
+    } catch (const std::bad_alloc&) {
+        return std::nullopt;
     }
 }
 
@@ -140,14 +160,28 @@ bool RendererSession::answer(const render::Request& request) {
 
 bool RendererSession::open(const render::Request& request) {
     document_.reset();
+    mended_.reset();
     if (passed_.number() < 0) return fail(request);
     std::string update = request.hasForm == 1 ? stampsForFields(passed_.number()) : std::string();
     file_ = std::make_unique<UpdatedFile>(passed_.number(), std::move(update));
     document_ = std::make_unique<QPdfDocument>();
     document_->load(file_.get());
+    if (document_->status() != QPdfDocument::Status::Ready) loadMendedCopy();
     // What is asked of a document that did not load fails then; opening it has been answered.
     if (document_->status() != QPdfDocument::Status::Ready) document_.reset();
     return reply({.kind = render::Kind::open, .id = request.id}, {});
+}
+
+void RendererSession::loadMendedCopy() {
+    mended_ = mendedCopy(passed_.number());
+    if (!mended_) return;
+    const std::string_view text = mended_->text();
+    auto buffer = std::make_unique<QBuffer>();
+    buffer->setData(QByteArray::fromRawData(text.data(), static_cast<qsizetype>(text.size())));
+    buffer->open(QIODevice::ReadOnly);
+    document_ = std::make_unique<QPdfDocument>();
+    file_ = std::move(buffer);
+    document_->load(file_.get());
 }
 
 bool RendererSession::draw(const render::Request& request) {

@@ -9,6 +9,7 @@
 #include <optional>
 #include <span>
 
+#include "Platform/Files/ByteBuffer.h"
 #include "Platform/Files/FileDescriptor.h"
 #include "Quirebind/Preview/PageText.h"
 #include "Quirebind/Preview/RenderProtocol.h"
@@ -32,14 +33,16 @@ class RendererSession {
                              std::span<const std::byte> content) const;
     [[nodiscard]] bool answer(const render::Request& request);
     [[nodiscard]] bool open(const render::Request& request);
+    void loadMendedCopy();
     [[nodiscard]] bool draw(const render::Request& request);
     [[nodiscard]] bool read(const render::Request& request);
     [[nodiscard]] bool fail(const render::Request& request) const;
     [[nodiscard]] bool hasPage(const render::Request& request) const;
 
     int socket_;
-    FileDescriptor passed_;  // the file that came with the request
-    std::unique_ptr<QIODevice> file_;
+    FileDescriptor passed_;                   // the file that came with the request
+    std::optional<ByteBuffer> mended_;        // in place of a file that cannot be read otherwise
+    std::unique_ptr<QIODevice> file_;         // that, or the file
     std::unique_ptr<QPdfDocument> document_;  // reads from the file
 };
 

@@ -140,6 +140,16 @@ TEST(Renderer, DrawsFieldsOfPackedDocuments) {
     EXPECT_EQ(preview.colourAt(0.1, 0.1), "#ffffff");
 }
 
+/// Our library finds the page where the toolkit finds nothing: there is neither a catalog nor a
+/// page tree.
+TEST(Renderer, DrawsWhatOnlyOurLibraryReads) {
+    Preview preview;
+    ASSERT_TRUE(preview.shows(
+        "%PDF-1.4\n3 0 obj\n<< /Type /Page /MediaBox [0 0 100 100] /Contents 4 0 R >>\nendobj\n"
+        "4 0 obj\n<< /Length 31 >>\nstream\n0 0 1 rg 0 0 100 100 re f\nendstream\nendobj\n"));
+    EXPECT_EQ(preview.colourAt(0.5, 0.5), "#0000ff");
+}
+
 TEST(Renderer, TurnsAndCropsPagesAsTheyAreLaidOut) {
     Preview preview;
     ASSERT_TRUE(preview.shows(page("1 0 0 rg 0 0 50 20 re f", "/CropBox [0 0 50 100] /Rotate 90")));
