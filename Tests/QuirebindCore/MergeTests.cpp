@@ -238,7 +238,7 @@ TEST(Merge, worksWithManyPagesThatShareWhatIsLong) {
     constexpr std::size_t kPages = 5000;
     WrittenDocument file("", "", references(kFirst, kFirst + kPages));
     file.object(4, "[0 0 9 9]");
-    for (const std::size_t resources : {5, 6})
+    for (const std::size_t resources : {std::size_t{5}, std::size_t{6}})
         file.object(resources, "<</XObject<<" + repeated("/Image 7 0 R ", 100'000) + ">>>>");
     file.object(7, "null");
     for (std::size_t i = 0; i < kPages; ++i) {

@@ -14,19 +14,23 @@
 namespace quirebind {
 namespace {
 
-/// The entries of a dictionary, each with its key's name, in their order. Of repeated keys the last
-/// counts.
-std::vector<std::pair<std::string, DictionaryEntry>> namedEntries(Value dictionary) {
-    std::vector<std::pair<std::string, DictionaryEntry>> named;
+struct NamedEntry {
+    std::string name;  ///< The key's.
+    DictionaryEntry entry;
+};
+
+/// The entries of a dictionary in their order. Of repeated keys the last counts.
+std::vector<NamedEntry> namedEntries(Value dictionary) {
+    std::vector<NamedEntry> named;
     std::map<std::string, std::size_t> places;
     DictionaryReader entries(dictionary);
     while (const auto entry = entries.next()) {
         std::string name = entry->key.name();
         const auto [place, isNew] = places.try_emplace(name, named.size());
         if (isNew)
-            named.emplace_back(std::move(name), *entry);
+            named.push_back({std::move(name), *entry});
         else if (!entry->value.text().empty())
-            named[place->second].second = *entry;
+            named[place->second].entry = *entry;
     }
     return named;
 }
@@ -55,11 +59,12 @@ void FormImport::readResources() {
     WorkBudget room(limits::kFormResources);
     const Value resources = reader.resolve(entry("DR"));
     WorkBudget(limits::kFormResources).spend(resources.text().size());
-    for (const auto& [category, entry] : namedEntries(resources)) {
+    for (const NamedEntry& category : namedEntries(resources)) {
         if (room.left() == 0) break;
         // What is no dictionary is the list of procedure sets, which nobody needs any more.
-        attempt(copier_.reader(),
-                [&] { readCategory(category, reader.resolve(entry.value), digests, room); });
+        attempt(copier_.reader(), [&] {
+            readCategory(category.name, reader.resolve(category.entry.value), digests, room);
+        });
     }
 }
 
@@ -67,8 +72,9 @@ void FormImport::readCategory(const std::string& category, Value resources,
                               ResourceDigests& digests, WorkBudget& room) {
     ObjectReader& reader = copier_.reader();
     room.spend(resources.text().size());
-    for (const auto& [name, entry] : namedEntries(resources)) {
+    for (const auto& resource : namedEntries(resources)) {
         attempt(copier_.reader(), [&] {
+            const DictionaryEntry& entry = resource.entry;
             auto digest = digests.of(entry.value);
             const bool isAbsent =
                 digest ? ResourceDigests::isOfNothing(*digest) : reader.isAbsent(entry.value);
@@ -76,10 +82,11 @@ void FormImport::readCategory(const std::string& category, Value resources,
             const std::string_view spelling = entry.key.text();
             const FormResources::Claim claim =
                 writer_.resources().claim({.category = category,
-                                           .name = name,
+                                           .name = resource.name,
                                            .spelling = std::string(spelling),
                                            .digest = std::move(digest)});
-            if (claim.spelling != spelling) changes_.resources[category][name] = claim.spelling;
+            if (claim.spelling != spelling)
+                changes_.resources[category][resource.name] = claim.spelling;
             if (claim.isNew)
                 resources_.push_back({category, claim.spelling, std::string(entry.value.text())});
         });
