@@ -85,17 +85,19 @@ def _notes(sections: Sections) -> str:
 _OF_WHOLE_DOCUMENTS = (
     "Nor what a document says of itself as a whole, which the table does not ask about: what happens "
     "when it is opened or closed, scripts that belong to no page or field, how its window should "
-    "look, its title, author and other metadata, and that it is a portfolio.")
+    "look, its title, author and other metadata, which extensions of the format it uses, and that it "
+    "is a portfolio.")
 
 _WHERE_JOINED = (
     "Nor, where documents are joined: forms that are made anew when they are opened (XFA), other "
     "than the fields that such a file also has as others do; a second configuration of layers; "
     "output intents that differ; that a document has tags, beside one that has none, though the "
     "tags are there. Where one form wants its fields drawn anew (`NeedAppearances`), readers draw "
-    "those of all documents anew. Scripts that make names of fields while they run, or reset all "
-    "fields, and buttons that reset or submit all fields but some, may mean those of other "
-    "documents; so may fields of one name that their forms do not list, and fonts that a form "
-    "names and does not have.")
+    "those of all documents anew. Scripts that make names of fields while they run, name fields to "
+    "remove, submit or export them, or reset all fields, and buttons that reset or submit all "
+    "fields but some, may mean those of other documents; so may fields of one name that their forms "
+    "do not list, and fonts that a form names and does not have. Scripts that turn to a page by its "
+    "number or by the name of a destination turn to another one, or to none.")
 
 
 def _shortcomings(sections: Sections) -> str:
