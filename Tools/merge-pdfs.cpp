@@ -14,7 +14,7 @@ namespace {
 /// What a terminal can show: the names of files may hold what commands it.
 std::string printable(std::string message) {
     const auto isControl = [](char c) { return (c >= '\0' && c < ' ') || c == '\x7f'; };
-    std::replace_if(message.begin(), message.end(), isControl, '?');
+    std::ranges::replace_if(message, isControl, '?');
     return message;
 }
 

@@ -3,10 +3,10 @@
 
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 #if defined(__SSE2__)
@@ -104,7 +104,7 @@ inline CharacterBlock CharacterBlock::of(const char* bytes) {
     CharacterBlock result;
     for (std::size_t at = 0; at < kSize; at += sizeof(__m128i)) {
         detail::Vector v{};
-        std::copy_n(bytes + at, sizeof v.bytes, reinterpret_cast<char*>(&v.bytes));
+        std::memcpy(&v.bytes, bytes + at, sizeof v.bytes);
         // Characters that differ in one bit are looked for together.
         const detail::Vector white =
             v.with(0x20).is(' ') | v.with(0x04).is('\r') | v.is('\n') | v.is('\f');

@@ -138,7 +138,8 @@ struct Shape {
     std::string (*text)();
 };
 
-void PrintTo(const Shape& shape, std::ostream* out) {
+// GoogleTest looks for this name.
+void PrintTo(const Shape& shape, std::ostream* out) {  // NOLINT(readability-identifier-naming)
     *out << shape.name;
 }
 
