@@ -125,8 +125,10 @@ inline constexpr int kNestedFields = 64;
 /// How far up the parents of a field are asked for what it inherits.
 inline constexpr int kFieldParents = 32;
 
-/// Fields of one document that the preview draws.
+/// Fields of one document that the preview draws, and bytes of what says how they look: packed, a
+/// field takes hardly any of its file.
 inline constexpr std::size_t kDrawnFields = 100'000;
+inline constexpr Allowance kDrawnFieldText{.fixed = std::uint64_t{8} << 20U, .perByte = 32};
 
 /// The titles of a source's articles, each counted again.
 inline constexpr Allowance kThreadTitles{.fixed = std::uint64_t{1} << 20U, .perByte = 16};

@@ -160,6 +160,7 @@ bool RendererSession::answer(const render::Request& request) {
 
 bool RendererSession::open(const render::Request& request) {
     document_.reset();
+    file_.reset();
     mended_.reset();
     if (passed_.number() < 0) return fail(request);
     std::string update = request.hasForm == 1 ? stampsForFields(passed_.number()) : std::string();

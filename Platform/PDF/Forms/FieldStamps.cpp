@@ -9,10 +9,10 @@
 #include <cstdio>
 #include <map>
 #include <string_view>
+#include <utility>
 
 #include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/Limits.h"
-#include "Platform/PDF/ReferenceText.h"
 #include "Platform/PDF/WorkBudget.h"
 
 namespace quirebind {
@@ -27,7 +27,7 @@ class FieldStamps {
     explicit FieldStamps(SourceDocument& document)
         : document_(document),
           reader_(document.reader()),
-          room_(limits::kCopied, reader_.image().storedBytes()) {}
+          room_(limits::kDrawnFieldText, reader_.image().storedBytes()) {}
 
     std::string write() {
         for (const PageTree::Page& page : document_.pageTree().pages()) {
@@ -61,9 +61,9 @@ class FieldStamps {
     void addField(std::uint32_t number) {
         const SourceObject object = reader_.read(number);
         if (!reader_.resolve(object.value.find("Subtype")).isName("Widget")) return;
-        room_.spend(object.value.text().size());
         const Value appearance = reader_.resolve(object.value.find("AP"));
-        if (appearance.find("N").isNull()) return;
+        if (appearance.find("N").isNull() || room_.left() == 0) return;
+        const std::size_t before = update_.size();
         begin(number, object.generation);
         update_ += "<</Type/Annot/Subtype/Stamp";
         for (const std::string_view key : kCopied)
@@ -72,6 +72,7 @@ class FieldStamps {
         if (const Value state = object.value.find("V"); state.isName())
             update_.append("/V").append(state.text());
         update_ += ">>\nendobj\n";
+        room_.spend(update_.size() - before);
     }
 
     void begin(std::uint32_t number, std::uint32_t generation) {
@@ -151,7 +152,7 @@ class FieldStamps {
 
     SourceDocument& document_;
     ObjectReader& reader_;
-    WorkBudget room_;  // overlapping objects are made, not written
+    WorkBudget room_;  // for the update: fields that overlap in the file are written apart
     std::string update_;
     std::map<std::uint32_t, Entry> entries_;
 };
