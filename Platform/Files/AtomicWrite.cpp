@@ -25,17 +25,23 @@
 //  5. All bytes are written to it.
 //  6. It gets its permission bits: those of the regular file that it replaces, else the usual ones
 //     of a new file. fsync(): the bytes reach the medium before the name does.
-//  7. It is linked under a random name, for linking alone cannot replace what is there.
+//  7. Where there was nothing at the destination (3), the file is linked there: the one step that
+//     anybody sees, and steps 8 to 10 fall away.
+//  8. Else, or where something has come there meanwhile, it is linked under a random name, for
+//     linking alone cannot replace what is there.
 //     Where files without a name do not exist (4), steps 4 to 6 are done with a file of a random
-//     name from the start. Where they cannot be linked (7), such a file is made of the one without
-//     a name, for the bytes themselves may be gone once they are written.
-//  8. It is closed.
-//  9. It is renamed to the destination: the one step that anybody sees. Whatever fails before it
-//     fails the whole, and the temporary file is removed; whatever fails after it does not count.
-// 10. fsync() of the folder: the new name reaches the medium.
+//     name from the start. Where they cannot be linked, such a file is made of the one without a
+//     name, for the bytes themselves may be gone once they are written.
+//  9. It is closed.
+// 10. It is renamed to the destination: then this is the one step that anybody sees.
+// 11. fsync() of the folder: the new name reaches the medium.
 //
-// After a crash the destination holds the old bytes (before 9 reached the medium) or all of the new
-// ones. A crash between 7 and 9 leaves the random name behind; without step 7, one after 4.
+// Whatever fails before the one step (7 or 10) fails the whole, and the temporary file is removed;
+// whatever fails after it does not count: step 6 has told what the medium did not take.
+//
+// After a crash the destination holds the old bytes (before the one step reached the medium) or all
+// of the new ones. A crash between 8 and 10 leaves the random name behind, as does, where files
+// without a name do not exist, one after 4.
 
 namespace quirebind {
 
@@ -92,18 +98,42 @@ Folder openFolder(FileSystem& files, const std::string& path) {
     return {.descriptor = FileDescriptor(files, searchable), .canSync = false};
 }
 
+struct Replacement {
+    bool replacesSomething = false;
+    mode_t mode = 0;  // permission bits
+};
+
 /// Step 3, and the permission bits for step 6.
-mode_t modeOfReplacement(FileSystem& files, int folder, const std::string& name) {
+Replacement replacementOf(FileSystem& files, int folder, const std::string& name) {
     struct stat existing{};
     const int result =
         uninterrupted([&] { return files.linkStatus(folder, name.c_str(), existing); });
-    if (result != -ENOENT) {
+    const bool exists = result != -ENOENT;
+    if (exists) {
         orThrow(result);
         if (S_ISDIR(existing.st_mode)) throwSystemError(EISDIR);
-        if (S_ISREG(existing.st_mode)) return existing.st_mode & kPermissionBits;
+        if (S_ISREG(existing.st_mode)) {
+            return {.replacesSomething = true, .mode = existing.st_mode & kPermissionBits};
+        }
         if (!S_ISLNK(existing.st_mode)) throwSystemError(EOPNOTSUPP);
     }
-    return static_cast<mode_t>(kNewFile & ~files.creationMask());
+    return {.replacesSomething = exists,
+            .mode = static_cast<mode_t>(kNewFile & ~files.creationMask())};
+}
+
+/// Steps 4 to 10.
+void put(std::span<const std::byte> bytes, const std::string& name, const Replacement& replacement,
+         TemporaryFile& temporary, const std::function<void(std::size_t)>& written) {
+    if (!temporary.createUnnamed()) temporary.createNamed();
+    temporary.write(bytes, written);
+    temporary.makeDurable(replacement.mode);
+    if (!replacement.replacesSomething && temporary.appear(name)) return;
+    if (!temporary.giveName()) {
+        temporary.copyToNamed(bytes.size());
+        temporary.makeDurable(replacement.mode);
+    }
+    temporary.close();
+    temporary.replace(name);
 }
 
 }  // namespace
@@ -114,18 +144,10 @@ void writeAtomically(std::span<const std::byte> bytes, const URL& destination, F
     const Folder folder = openFolder(files, place.folder);
     const int folderNumber = folder.descriptor.number();
     if (std::cmp_greater(bytes.size(), orThrow(files.fileSizeLimit()))) throwSystemError(EFBIG);
-    const mode_t mode = modeOfReplacement(files, folderNumber, place.name);
+    const Replacement replacement = replacementOf(files, folderNumber, place.name);
 
     TemporaryFile temporary(files, folderNumber);
-    if (!temporary.createUnnamed()) temporary.createNamed();
-    temporary.write(bytes, written);
-    temporary.makeDurable(mode);
-    if (!temporary.giveName()) {
-        temporary.copyToNamed(bytes.size());
-        temporary.makeDurable(mode);
-    }
-    temporary.close();
-    temporary.replace(place.name);
+    put(bytes, place.name, replacement, temporary, written);
     if (folder.canSync) {
         static_cast<void>(uninterrupted([&] { return files.sync(folderNumber); }));
     }

@@ -88,6 +88,12 @@ void TemporaryFile::makeDurable(mode_t mode) {
     orThrow(uninterrupted([&] { return files_.sync(file_.number()); }));
 }
 
+bool TemporaryFile::appear(const std::string& name) {
+    if (hasName_) return false;
+    return uninterrupted(
+               [&] { return files_.linkUnnamed(file_.number(), folder_, name.c_str()); }) == 0;
+}
+
 bool TemporaryFile::giveName() {
     if (hasName_) return true;
     int result = -EEXIST;

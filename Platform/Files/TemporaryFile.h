@@ -16,8 +16,10 @@
 namespace quirebind {
 
 /// A file in the making, in the folder of the file that it is to replace. Nobody but its user may
-/// open it before makeDurable(). It vanishes with this object unless replace() succeeded.
+/// open it before makeDurable(). It vanishes with this object unless appear() or replace()
+/// succeeded.
 ///
+///   createUnnamed() -> write() -> makeDurable() -> appear()
 ///   createUnnamed() -> write() -> makeDurable() -> giveName() -> close() -> replace()
 ///   createNamed()   -> write() -> makeDurable() ---------------> close() -> replace()
 ///
@@ -49,6 +51,10 @@ class TemporaryFile {
 
     /// Sets the final permission bits and waits until all of it is on the medium.
     void makeDurable(mode_t mode);
+
+    /// Gives the file from createUnnamed() the name `name`, in the same folder. False, and nothing
+    /// has changed, where something has that name, or where that is not possible.
+    [[nodiscard]] bool appear(const std::string& name);
 
     /// Gives the file from createUnnamed() a hidden random name. False where that is not possible
     /// (no /proc, say); true where it has one.

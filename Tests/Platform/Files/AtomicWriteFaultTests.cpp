@@ -113,6 +113,12 @@ std::vector<FileCall> callsOf(const Situation& situation) {
     return files.history();
 }
 
+/// The one step of a write that made these calls in which the destination changes.
+FileCall decisiveCallOf(const std::vector<FileCall>& calls) {
+    const bool isRenamed = std::ranges::find(calls, FileCall::rename) != calls.end();
+    return isRenamed ? FileCall::rename : FileCall::linkUnnamed;
+}
+
 /// Whether a write succeeds although call number `failing` (from 1) of `calls` fails with `error`.
 bool survives(const std::vector<FileCall>& calls, std::size_t failing, int error) {
     const FileCall kind = calls.at(failing - 1);
@@ -121,8 +127,8 @@ bool survives(const std::vector<FileCall>& calls, std::size_t failing, int error
     const auto isAmong = [](auto some, FileCall call) {
         return std::ranges::find(some, call) != some.end();
     };
-    if (isAmong(before, FileCall::rename)) return true;  // the new file is there
-    if (error == EINTR) return true;                     // made again; a closed file is closed
+    if (isAmong(before, decisiveCallOf(calls))) return true;  // the new file is there
+    if (error == EINTR) return true;  // made again; a closed file is closed
     switch (kind) {
         case FileCall::creationMask:  // cannot fail
         case FileCall::linkUnnamed:   // there is another way
@@ -212,14 +218,15 @@ TEST_P(AtomicWriteFaults, areToldInTheSystemsOwnWords) {
 }
 
 TEST_P(AtomicWriteFaults, neverLetAReaderSeeHalfAFile) {
+    const FileCall decisive = decisiveCallOf(callsOf(GetParam()));
     const Scene scene(GetParam().destinationExists);
     FaultyFileSystem files;
     configure(files, GetParam().system);
     std::size_t looks = 0;
     files.onEachCall([&](FileCall) {
-        const bool isRenamed = files.count(FileCall::rename) > 0;
+        const bool isDecided = files.count(decisive) > 0;
         ++looks;
-        if (isRenamed) {
+        if (isDecided) {
             EXPECT_EQ(scene.folder().read("out.pdf"), kNewBytes);
         } else {
             scene.expectOldDestination();
@@ -232,14 +239,15 @@ TEST_P(AtomicWriteFaults, neverLetAReaderSeeHalfAFile) {
 TEST_P(AtomicWriteFaults, ofThePowerLeaveTheOldBytesOrTheNewOnes) {
     // The bytes and the permissions are on the medium before the name is; then the name is, too.
     const std::vector<FileCall> calls = callsOf(GetParam());
+    const FileCall decisive = decisiveCallOf(calls);
     const auto last = [&](FileCall call) {
         return std::ranges::find(calls.rbegin(), calls.rend(), call).base() - calls.begin();
     };
     EXPECT_LT(last(FileCall::write), last(FileCall::sync));
     EXPECT_LT(last(FileCall::setMode), last(FileCall::sync));
-    EXPECT_LT(last(FileCall::sync), last(FileCall::rename));
-    EXPECT_LT(last(FileCall::rename), last(FileCall::syncFolder));
-    EXPECT_EQ(std::ranges::count(calls, FileCall::rename), 1);
+    EXPECT_LT(last(FileCall::sync), last(decisive));
+    EXPECT_LT(last(decisive), last(FileCall::syncFolder));
+    EXPECT_EQ(std::ranges::count(calls, decisive), 1);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, AtomicWriteFaults,
@@ -326,6 +334,29 @@ TEST(AtomicWriteFault, ofClosingIsReportedWhileTheOldFileIsStillThere) {
         scene.expectNothingElse();
         scene.expectNoLeak(files);
     }
+}
+
+/// Somebody else is faster, and puts a file where a new one is about to appear.
+class ForestallingFileSystem final : public FaultyFileSystem {
+ public:
+    explicit ForestallingFileSystem(const TemporaryFolder& folder) : folder_(folder) {}
+
+    int linkUnnamed(int file, int folder, const char* name) override {
+        if (count(FileCall::linkUnnamed) == 0) folder_.write("out.pdf", kOldBytes);
+        return FaultyFileSystem::linkUnnamed(file, folder, name);
+    }
+
+ private:
+    const TemporaryFolder& folder_;
+};
+
+TEST(AtomicWriteFault, ofSomebodyWhoWasFasterIsOvercomeByReplacingThatFile) {
+    const TemporaryFolder folder;
+    ForestallingFileSystem files(folder);
+    EXPECT_EQ(errorOfWriting(kNewBytes, folder / "out.pdf", files), 0);
+    EXPECT_EQ(folder.read("out.pdf"), kNewBytes);
+    EXPECT_THAT(folder.names(), ElementsAre("out.pdf"));
+    EXPECT_EQ(files.openFiles(), 0U);
 }
 
 /// Somebody else is faster, and puts a link to another file where a named file is about to be made.

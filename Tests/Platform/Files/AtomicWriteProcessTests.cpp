@@ -202,5 +202,31 @@ TEST(AtomicWriteProcess, killedAtAnyMomentLeavesTheOldFileOrTheNewOne) {
     }
 }
 
+TEST(AtomicWriteProcess, killedAtAnyMomentLeavesNothingOrTheNewFile) {
+    std::vector<FileCall> calls;
+    {
+        const TemporaryFolder folder;
+        if (!hasUnnamedFiles(folder.path())) {
+            GTEST_SKIP() << "the file system of " << folder.path() << " has no unnamed files";
+        }
+        FaultyFileSystem files;
+        files.limitTransfers(4);
+        EXPECT_EQ(errorOfWriting("new bytes", folder / "out.pdf", files), 0);
+        calls = files.history();
+    }
+    std::size_t finished = 0;
+    for (std::size_t moment = 0; moment < calls.size(); ++moment) {
+        SCOPED_TRACE(nameOf(calls[moment]));
+        const TemporaryFolder folder;
+        EXPECT_EQ(killWhileWriting(folder / "out.pdf", moment), -SIGKILL);
+        if (folder.names().empty()) continue;
+        ++finished;
+        EXPECT_THAT(folder.names(), ElementsAre("out.pdf"));
+        EXPECT_EQ(folder.read("out.pdf"), "new bytes");
+    }
+    EXPECT_GT(finished, 0U);
+    EXPECT_LT(finished, calls.size());
+}
+
 }  // namespace
 }  // namespace quirebind

@@ -292,5 +292,22 @@ TEST(AtomicWrite, showsNoNewNameWhileItWrites) {
     EXPECT_EQ(files.count(FileCall::linkUnnamed), 1U);
 }
 
+TEST(AtomicWrite, neverGivesANewFileAnyNameButItsOwn) {
+    const TemporaryFolder folder;
+    if (!hasUnnamedFiles(folder.path())) {
+        GTEST_SKIP() << "the file system of " << folder.path() << " has no files without a name";
+    }
+    FaultyFileSystem files;
+    bool hasAppeared = false;
+    files.onEachCall([&](FileCall) {
+        if (!hasAppeared && folder.names().empty()) return;
+        hasAppeared = true;
+        EXPECT_THAT(folder.names(), ElementsAre("out.pdf"));
+        EXPECT_EQ(folder.read("out.pdf"), "new bytes");
+    });
+    EXPECT_EQ(errorOfWriting("new bytes", folder / "out.pdf", files), 0);
+    EXPECT_TRUE(hasAppeared);
+}
+
 }  // namespace
 }  // namespace quirebind
