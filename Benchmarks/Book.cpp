@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <string_view>
 
-#include "Platform/PDF/DocumentWriter.h"
-#include "Platform/PDF/PageTreeWriter.h"
+#include "Platform/PDF/Writing/DocumentWriter.h"
+#include "Platform/PDF/Writing/PageTreeWriter.h"
 
 namespace quirebind::benchmarks {
 namespace {

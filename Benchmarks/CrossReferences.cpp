@@ -9,8 +9,8 @@
 
 #include "Benchmarks/Book.h"
 #include "Fuzzing/Support/MemoryFileSystem.h"
-#include "Platform/PDF/CrossReferenceReader.h"
 #include "Platform/PDF/PDFDocument.h"
+#include "Platform/PDF/Reading/CrossReferenceReader.h"
 
 namespace quirebind::benchmarks {
 namespace {

@@ -9,8 +9,8 @@
 #include <benchmark/benchmark.h>
 
 #include "Benchmarks/Book.h"
-#include "Platform/PDF/Value.h"
-#include "Platform/PDF/ValueScanner.h"
+#include "Platform/PDF/Syntax/Value.h"
+#include "Platform/PDF/Syntax/ValueScanner.h"
 
 namespace quirebind::benchmarks {
 namespace {

@@ -11,8 +11,8 @@
 #include <benchmark/benchmark.h>
 
 #include "Benchmarks/Book.h"
-#include "Platform/PDF/CrossReferenceWriter.h"
-#include "Platform/PDF/DocumentWriter.h"
+#include "Platform/PDF/Writing/CrossReferenceWriter.h"
+#include "Platform/PDF/Writing/DocumentWriter.h"
 
 namespace quirebind::benchmarks {
 namespace {

@@ -5,8 +5,8 @@
 set(QUIREBIND_HEADERS
     QuirebindCore/PDFMerger.h
     Platform/PDF/PDFDocument.h
-    Platform/PDF/PageLink.h
-    Platform/PDF/PageSize.h
+    Platform/PDF/Links/PageLink.h
+    Platform/PDF/Reading/PageSize.h
     Platform/Files/URL.h
     Platform/Files/ByteBuffer.h
     Platform/Files/FileStamp.h

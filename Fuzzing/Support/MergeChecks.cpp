@@ -10,9 +10,9 @@
 
 #include "Fuzzing/Support/MemoryFileSystem.h"
 #include "Fuzzing/Support/Target.h"
-#include "Platform/PDF/DamagedDocument.h"
+#include "Platform/PDF/Guards/DamagedDocument.h"
 #include "Platform/PDF/PDFDocument.h"
-#include "Platform/PDF/SourceDocument.h"
+#include "Platform/PDF/Reading/SourceDocument.h"
 
 namespace quirebind::fuzzing {
 namespace {

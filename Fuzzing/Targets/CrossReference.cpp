@@ -5,10 +5,10 @@
 
 #include "Fuzzing/Support/MemoryFileSystem.h"
 #include "Fuzzing/Support/Target.h"
-#include "Platform/PDF/CrossReferenceReader.h"
-#include "Platform/PDF/DamagedDocument.h"
-#include "Platform/PDF/Recovery/FileScanner.h"
-#include "Platform/PDF/Recovery/TableRebuild.h"
+#include "Platform/PDF/Guards/DamagedDocument.h"
+#include "Platform/PDF/Reading/CrossReferenceReader.h"
+#include "Platform/PDF/Reading/Recovery/FileScanner.h"
+#include "Platform/PDF/Reading/Recovery/TableRebuild.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace quirebind;  // NOLINT(google-build-using-namespace): a program of its own

@@ -7,10 +7,10 @@
 #include <string>
 
 #include "Fuzzing/Support/Target.h"
-#include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/Encryption/Decryptor.h"
 #include "Platform/PDF/Encryption/StandardSecurityHandler.h"
-#include "Platform/PDF/ValueScanner.h"
+#include "Platform/PDF/Guards/DamagedDocument.h"
+#include "Platform/PDF/Syntax/ValueScanner.h"
 
 namespace {
 

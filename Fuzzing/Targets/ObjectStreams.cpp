@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "Fuzzing/Support/Target.h"
-#include "Platform/PDF/DamagedDocument.h"
-#include "Platform/PDF/ObjectStream.h"
+#include "Platform/PDF/Guards/DamagedDocument.h"
+#include "Platform/PDF/Reading/ObjectStream.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace quirebind;  // NOLINT(google-build-using-namespace): a program of its own

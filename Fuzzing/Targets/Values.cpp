@@ -9,10 +9,10 @@
 
 #include "Fuzzing/Support/Target.h"
 #include "Platform/PDF/Encryption/EncryptedStrings.h"
-#include "Platform/PDF/IndirectObject.h"
-#include "Platform/PDF/PDFString.h"
-#include "Platform/PDF/Value.h"
-#include "Platform/PDF/ValueScanner.h"
+#include "Platform/PDF/Syntax/IndirectObject.h"
+#include "Platform/PDF/Syntax/PDFString.h"
+#include "Platform/PDF/Syntax/Value.h"
+#include "Platform/PDF/Syntax/ValueScanner.h"
 
 namespace {
 

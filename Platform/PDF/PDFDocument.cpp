@@ -6,11 +6,11 @@
 #include <utility>
 
 #include "Platform/Files/FileSystem.h"
-#include "Platform/PDF/DamagedDocument.h"
+#include "Platform/PDF/Guards/DamagedDocument.h"
+#include "Platform/PDF/Joining/OutputDocument.h"
 #include "Platform/PDF/Links/LinkReader.h"
-#include "Platform/PDF/OutputDocument.h"
-#include "Platform/PDF/PageGeometry.h"
-#include "Platform/PDF/SourceDocument.h"
+#include "Platform/PDF/Reading/PageGeometry.h"
+#include "Platform/PDF/Reading/SourceDocument.h"
 
 namespace quirebind {
 

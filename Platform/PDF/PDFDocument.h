@@ -12,8 +12,8 @@
 #include "Platform/Files/ByteBuffer.h"
 #include "Platform/Files/FileStamp.h"
 #include "Platform/Files/URL.h"
-#include "Platform/PDF/PageLink.h"
-#include "Platform/PDF/PageSize.h"
+#include "Platform/PDF/Links/PageLink.h"
+#include "Platform/PDF/Reading/PageSize.h"
 
 namespace quirebind {
 

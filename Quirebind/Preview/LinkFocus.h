@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-#include "Platform/PDF/PageLink.h"
+#include "Platform/PDF/Links/PageLink.h"
 
 namespace quirebind {
 

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "Platform/PDF/PageSize.h"
+#include "Platform/PDF/Reading/PageSize.h"
 
 namespace quirebind {
 

@@ -24,7 +24,7 @@
 #include "Platform/Files/FileSystem.h"
 #include "Platform/PDF/Forms/FieldStamps.h"
 #include "Platform/PDF/PDFDocument.h"
-#include "Platform/PDF/SourceDocument.h"
+#include "Platform/PDF/Reading/SourceDocument.h"
 #include "Quirebind/Renderer/UpdatedFile.h"
 
 namespace quirebind {

@@ -3,8 +3,8 @@
 
 #include "Platform/PDF/Annotations/AnnotationRewriter.h"
 
-#include "Platform/PDF/DepthGuard.h"
-#include "Platform/PDF/Limits.h"
+#include "Platform/PDF/Guards/DepthGuard.h"
+#include "Platform/PDF/Guards/Limits.h"
 
 namespace quirebind {
 

@@ -3,11 +3,11 @@
 
 #pragma once
 
+#include "Platform/PDF/Copying/ObjectCopier.h"
+#include "Platform/PDF/Copying/ObjectRewriter.h"
 #include "Platform/PDF/Forms/FieldRewriter.h"
 #include "Platform/PDF/Links/Destinations.h"
 #include "Platform/PDF/Links/PageCopies.h"
-#include "Platform/PDF/ObjectCopier.h"
-#include "Platform/PDF/ObjectRewriter.h"
 
 namespace quirebind {
 

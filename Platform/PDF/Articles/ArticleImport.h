@@ -6,10 +6,10 @@
 #include <cstdint>
 #include <vector>
 
-#include "Platform/PDF/Catalog.h"
-#include "Platform/PDF/DocumentPart.h"
-#include "Platform/PDF/ObjectCopier.h"
-#include "Platform/PDF/Value.h"
+#include "Platform/PDF/Copying/DocumentPart.h"
+#include "Platform/PDF/Copying/ObjectCopier.h"
+#include "Platform/PDF/Reading/Catalog.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 

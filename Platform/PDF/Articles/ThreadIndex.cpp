@@ -5,10 +5,10 @@
 
 #include <utility>
 
-#include "Platform/PDF/Limits.h"
-#include "Platform/PDF/PDFString.h"
-#include "Platform/PDF/TextString.h"
-#include "Platform/PDF/WorkBudget.h"
+#include "Platform/PDF/Guards/Limits.h"
+#include "Platform/PDF/Guards/WorkBudget.h"
+#include "Platform/PDF/Syntax/PDFString.h"
+#include "Platform/PDF/Syntax/TextString.h"
 
 namespace quirebind {
 

@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "Platform/PDF/Catalog.h"
-#include "Platform/PDF/ObjectReader.h"
-#include "Platform/PDF/Value.h"
+#include "Platform/PDF/Reading/Catalog.h"
+#include "Platform/PDF/Reading/ObjectReader.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 

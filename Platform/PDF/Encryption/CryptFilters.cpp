@@ -3,7 +3,7 @@
 
 #include "Platform/PDF/Encryption/CryptFilters.h"
 
-#include "Platform/PDF/DamagedDocument.h"
+#include "Platform/PDF/Guards/DamagedDocument.h"
 
 namespace quirebind {
 namespace {

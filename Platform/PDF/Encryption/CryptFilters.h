@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "Platform/PDF/StreamDecoder.h"
-#include "Platform/PDF/Value.h"
+#include "Platform/PDF/Filters/StreamDecoder.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 

@@ -7,7 +7,7 @@
 
 #include "Platform/PDF/Encryption/EncryptedStrings.h"
 #include "Platform/PDF/Encryption/ObjectCipher.h"
-#include "Platform/PDF/PDFString.h"
+#include "Platform/PDF/Syntax/PDFString.h"
 
 namespace quirebind {
 

@@ -8,7 +8,7 @@
 
 #include "Platform/PDF/Encryption/CryptFilters.h"
 #include "Platform/PDF/Encryption/StreamFilters.h"
-#include "Platform/PDF/Value.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 

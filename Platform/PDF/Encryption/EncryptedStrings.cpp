@@ -7,8 +7,8 @@
 #include <cstddef>
 #include <optional>
 
-#include "Platform/PDF/Characters.h"
-#include "Platform/PDF/Value.h"
+#include "Platform/PDF/Syntax/Characters.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 namespace {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "Platform/PDF/ValueScanner.h"
+#include "Platform/PDF/Syntax/ValueScanner.h"
 
 namespace quirebind {
 

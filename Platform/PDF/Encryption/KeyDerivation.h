@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-#include "Platform/PDF/ValueScanner.h"
+#include "Platform/PDF/Syntax/ValueScanner.h"
 
 namespace quirebind {
 

@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <span>
 
-#include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/Encryption/KeyDerivation.h"
+#include "Platform/PDF/Guards/DamagedDocument.h"
 
 namespace quirebind {
 namespace {

@@ -9,7 +9,7 @@
 
 #include "Platform/PDF/Encryption/Ciphers.h"
 #include "Platform/PDF/Encryption/CryptFilters.h"
-#include "Platform/PDF/ValueScanner.h"
+#include "Platform/PDF/Syntax/ValueScanner.h"
 
 namespace quirebind {
 

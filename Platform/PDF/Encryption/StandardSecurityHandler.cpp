@@ -10,9 +10,9 @@
 #include <string>
 #include <utility>
 
-#include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/Encryption/KeyDerivation.h"
-#include "Platform/PDF/PDFString.h"
+#include "Platform/PDF/Guards/DamagedDocument.h"
+#include "Platform/PDF/Syntax/PDFString.h"
 
 namespace quirebind {
 namespace {

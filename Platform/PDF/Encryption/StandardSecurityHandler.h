@@ -6,8 +6,8 @@
 #include <optional>
 
 #include "Platform/PDF/Encryption/Decryptor.h"
-#include "Platform/PDF/StreamDecoder.h"
-#include "Platform/PDF/Value.h"
+#include "Platform/PDF/Filters/StreamDecoder.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "Platform/PDF/StreamDecoder.h"
-#include "Platform/PDF/Value.h"
+#include "Platform/PDF/Filters/StreamDecoder.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 

@@ -9,8 +9,8 @@
 #include <string_view>
 #include <utility>
 
-#include "Platform/PDF/Characters.h"
 #include "Platform/PDF/Filters/Filter.h"
+#include "Platform/PDF/Syntax/Characters.h"
 
 namespace quirebind {
 

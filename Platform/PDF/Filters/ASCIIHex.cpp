@@ -5,8 +5,8 @@
 #include <optional>
 #include <string_view>
 
-#include "Platform/PDF/Characters.h"
 #include "Platform/PDF/Filters/Filter.h"
+#include "Platform/PDF/Syntax/Characters.h"
 
 namespace quirebind {
 

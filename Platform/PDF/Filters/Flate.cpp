@@ -20,8 +20,8 @@
 
 #include <zlib.h>
 
-#include "Platform/PDF/Characters.h"
 #include "Platform/PDF/Filters/Filter.h"
+#include "Platform/PDF/Syntax/Characters.h"
 
 // The zlib format (ISO 32000-2, 7.4.4; RFC 1950):
 //

@@ -7,7 +7,7 @@
 #include <set>
 #include <utility>
 
-#include "Platform/PDF/TextString.h"
+#include "Platform/PDF/Syntax/TextString.h"
 
 namespace quirebind {
 namespace {

@@ -3,7 +3,7 @@
 
 #include "Platform/PDF/Forms/FieldNamesRewriter.h"
 
-#include "Platform/PDF/PDFString.h"
+#include "Platform/PDF/Syntax/PDFString.h"
 
 namespace quirebind {
 

@@ -3,9 +3,9 @@
 
 #pragma once
 
+#include "Platform/PDF/Copying/ObjectCopier.h"
+#include "Platform/PDF/Copying/ObjectRewriter.h"
 #include "Platform/PDF/Forms/FieldNames.h"
-#include "Platform/PDF/ObjectCopier.h"
-#include "Platform/PDF/ObjectRewriter.h"
 
 namespace quirebind {
 

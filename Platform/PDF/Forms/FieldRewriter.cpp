@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <vector>
 
-#include "Platform/PDF/Limits.h"
-#include "Platform/PDF/PDFString.h"
+#include "Platform/PDF/Guards/Limits.h"
+#include "Platform/PDF/Syntax/PDFString.h"
 
 namespace quirebind {
 

@@ -8,13 +8,13 @@
 #include <optional>
 
 #include "Platform/Files/ByteBuffer.h"
-#include "Platform/PDF/EntryRewriter.h"
+#include "Platform/PDF/Copying/EntryRewriter.h"
+#include "Platform/PDF/Copying/MappedText.h"
+#include "Platform/PDF/Copying/ObjectCopier.h"
 #include "Platform/PDF/Forms/FormChanges.h"
-#include "Platform/PDF/Limits.h"
-#include "Platform/PDF/MappedText.h"
-#include "Platform/PDF/ObjectCopier.h"
-#include "Platform/PDF/Value.h"
-#include "Platform/PDF/WorkBudget.h"
+#include "Platform/PDF/Guards/Limits.h"
+#include "Platform/PDF/Guards/WorkBudget.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 

@@ -11,9 +11,9 @@
 #include <string_view>
 #include <utility>
 
-#include "Platform/PDF/DamagedDocument.h"
-#include "Platform/PDF/Limits.h"
-#include "Platform/PDF/WorkBudget.h"
+#include "Platform/PDF/Guards/DamagedDocument.h"
+#include "Platform/PDF/Guards/Limits.h"
+#include "Platform/PDF/Guards/WorkBudget.h"
 
 namespace quirebind {
 namespace {

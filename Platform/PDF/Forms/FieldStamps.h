@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "Platform/PDF/SourceDocument.h"
+#include "Platform/PDF/Reading/SourceDocument.h"
 
 namespace quirebind {
 

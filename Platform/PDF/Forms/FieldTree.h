@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "Platform/PDF/ObjectCopier.h"
-#include "Platform/PDF/SparseArray.h"
-#include "Platform/PDF/Value.h"
+#include "Platform/PDF/Copying/ObjectCopier.h"
+#include "Platform/PDF/Reading/SparseArray.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 

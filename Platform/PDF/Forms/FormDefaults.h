@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "Platform/Files/ByteBuffer.h"
-#include "Platform/PDF/ObjectReader.h"
-#include "Platform/PDF/Value.h"
+#include "Platform/PDF/Reading/ObjectReader.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 

@@ -8,16 +8,16 @@
 #include <string_view>
 #include <vector>
 
-#include "Platform/PDF/Catalog.h"
-#include "Platform/PDF/DocumentPart.h"
+#include "Platform/PDF/Copying/DocumentPart.h"
+#include "Platform/PDF/Copying/ObjectCopier.h"
 #include "Platform/PDF/Forms/FieldTree.h"
 #include "Platform/PDF/Forms/FormChanges.h"
 #include "Platform/PDF/Forms/FormWriter.h"
 #include "Platform/PDF/Forms/ResourceDigests.h"
+#include "Platform/PDF/Guards/WorkBudget.h"
 #include "Platform/PDF/Links/PageCopies.h"
-#include "Platform/PDF/ObjectCopier.h"
-#include "Platform/PDF/Value.h"
-#include "Platform/PDF/WorkBudget.h"
+#include "Platform/PDF/Reading/Catalog.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 

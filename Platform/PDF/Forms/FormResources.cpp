@@ -7,8 +7,8 @@
 #include <cstddef>
 #include <utility>
 
-#include "Platform/PDF/PDFName.h"
-#include "Platform/PDF/Value.h"
+#include "Platform/PDF/Syntax/PDFName.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 namespace {

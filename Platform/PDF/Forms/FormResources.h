@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "Platform/Files/ByteBuffer.h"
+#include "Platform/PDF/Copying/KeyedHash.h"
 #include "Platform/PDF/Forms/UniqueNames.h"
-#include "Platform/PDF/KeyedHash.h"
 
 namespace quirebind {
 

@@ -5,7 +5,7 @@
 
 #include <string_view>
 
-#include "Platform/PDF/ReferenceText.h"
+#include "Platform/PDF/Syntax/ReferenceText.h"
 
 namespace quirebind {
 namespace {

@@ -7,9 +7,9 @@
 #include <optional>
 #include <vector>
 
-#include "Platform/PDF/DocumentWriter.h"
 #include "Platform/PDF/Forms/FieldNames.h"
 #include "Platform/PDF/Forms/FormResources.h"
+#include "Platform/PDF/Writing/DocumentWriter.h"
 
 namespace quirebind {
 

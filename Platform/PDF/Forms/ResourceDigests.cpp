@@ -13,10 +13,10 @@
 #include <utility>
 #include <vector>
 
-#include "Platform/PDF/Characters.h"
 #include "Platform/PDF/Encryption/StreamFilters.h"
-#include "Platform/PDF/Limits.h"
-#include "Platform/PDF/PDFString.h"
+#include "Platform/PDF/Guards/Limits.h"
+#include "Platform/PDF/Syntax/Characters.h"
+#include "Platform/PDF/Syntax/PDFString.h"
 
 namespace quirebind {
 namespace {

@@ -9,11 +9,11 @@
 #include <string>
 #include <string_view>
 
-#include "Platform/PDF/FoundParts.h"
-#include "Platform/PDF/KeyedHash.h"
-#include "Platform/PDF/ObjectReader.h"
-#include "Platform/PDF/Value.h"
-#include "Platform/PDF/WorkBudget.h"
+#include "Platform/PDF/Copying/KeyedHash.h"
+#include "Platform/PDF/Guards/WorkBudget.h"
+#include "Platform/PDF/Reading/ObjectReader.h"
+#include "Platform/PDF/Syntax/FoundParts.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 

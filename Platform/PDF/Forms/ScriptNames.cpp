@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "Platform/PDF/Characters.h"
+#include "Platform/PDF/Syntax/Characters.h"
 
 namespace quirebind {
 namespace {

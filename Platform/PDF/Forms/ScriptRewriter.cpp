@@ -6,12 +6,12 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "Platform/PDF/DamagedDocument.h"
+#include "Platform/PDF/Filters/StreamDecoder.h"
 #include "Platform/PDF/Forms/ScriptNames.h"
-#include "Platform/PDF/Limits.h"
-#include "Platform/PDF/PDFString.h"
-#include "Platform/PDF/StreamDecoder.h"
-#include "Platform/PDF/TextString.h"
+#include "Platform/PDF/Guards/DamagedDocument.h"
+#include "Platform/PDF/Guards/Limits.h"
+#include "Platform/PDF/Syntax/PDFString.h"
+#include "Platform/PDF/Syntax/TextString.h"
 
 namespace quirebind {
 

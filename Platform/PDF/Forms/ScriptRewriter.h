@@ -6,10 +6,10 @@
 #include <optional>
 #include <string>
 
+#include "Platform/PDF/Copying/ObjectRewriter.h"
 #include "Platform/PDF/Forms/FieldNames.h"
-#include "Platform/PDF/ObjectReader.h"
-#include "Platform/PDF/ObjectRewriter.h"
-#include "Platform/PDF/WorkBudget.h"
+#include "Platform/PDF/Guards/WorkBudget.h"
+#include "Platform/PDF/Reading/ObjectReader.h"
 
 namespace quirebind {
 

@@ -5,7 +5,7 @@
 
 #include <string_view>
 
-#include "Platform/PDF/PDFString.h"
+#include "Platform/PDF/Syntax/PDFString.h"
 
 namespace quirebind {
 

@@ -6,9 +6,9 @@
 #include <cstdint>
 
 #include "Platform/Files/ByteBuffer.h"
+#include "Platform/PDF/Copying/MappedText.h"
 #include "Platform/PDF/Layers/LayerWriter.h"
-#include "Platform/PDF/MappedText.h"
-#include "Platform/PDF/Value.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 

@@ -6,10 +6,10 @@
 #include <utility>
 #include <vector>
 
+#include "Platform/PDF/Guards/Limits.h"
 #include "Platform/PDF/Layers/LayerGroup.h"
 #include "Platform/PDF/Layers/LayerOrder.h"
-#include "Platform/PDF/Limits.h"
-#include "Platform/PDF/ReferenceText.h"
+#include "Platform/PDF/Syntax/ReferenceText.h"
 
 namespace quirebind {
 namespace {

@@ -9,13 +9,13 @@
 #include <string>
 #include <vector>
 
-#include "Platform/PDF/Catalog.h"
-#include "Platform/PDF/DocumentPart.h"
+#include "Platform/PDF/Copying/DocumentPart.h"
+#include "Platform/PDF/Copying/ObjectCopier.h"
+#include "Platform/PDF/Guards/Limits.h"
+#include "Platform/PDF/Guards/WorkBudget.h"
 #include "Platform/PDF/Layers/LayerWriter.h"
-#include "Platform/PDF/Limits.h"
-#include "Platform/PDF/ObjectCopier.h"
-#include "Platform/PDF/Value.h"
-#include "Platform/PDF/WorkBudget.h"
+#include "Platform/PDF/Reading/Catalog.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 

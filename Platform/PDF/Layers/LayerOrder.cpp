@@ -7,10 +7,10 @@
 #include <utility>
 #include <vector>
 
-#include "Platform/PDF/Limits.h"
-#include "Platform/PDF/PDFString.h"
-#include "Platform/PDF/ReferenceText.h"
-#include "Platform/PDF/WorkBudget.h"
+#include "Platform/PDF/Guards/Limits.h"
+#include "Platform/PDF/Guards/WorkBudget.h"
+#include "Platform/PDF/Syntax/PDFString.h"
+#include "Platform/PDF/Syntax/ReferenceText.h"
 
 namespace quirebind {
 namespace {

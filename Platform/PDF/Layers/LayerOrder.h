@@ -8,8 +8,8 @@
 #include <optional>
 #include <string>
 
-#include "Platform/PDF/ObjectReader.h"
-#include "Platform/PDF/Value.h"
+#include "Platform/PDF/Reading/ObjectReader.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 

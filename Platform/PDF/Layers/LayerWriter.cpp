@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <string_view>
 
-#include "Platform/PDF/PDFName.h"
-#include "Platform/PDF/ReferenceText.h"
+#include "Platform/PDF/Syntax/PDFName.h"
+#include "Platform/PDF/Syntax/ReferenceText.h"
 
 namespace quirebind {
 namespace {

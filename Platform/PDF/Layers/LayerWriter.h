@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "Platform/PDF/DocumentWriter.h"
+#include "Platform/PDF/Writing/DocumentWriter.h"
 
 namespace quirebind {
 

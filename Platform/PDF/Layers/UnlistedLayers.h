@@ -6,9 +6,9 @@
 #include <cstdint>
 #include <vector>
 
+#include "Platform/PDF/Copying/ObjectCopier.h"
+#include "Platform/PDF/Copying/ObjectRewriter.h"
 #include "Platform/PDF/Layers/LayerWriter.h"
-#include "Platform/PDF/ObjectCopier.h"
-#include "Platform/PDF/ObjectRewriter.h"
 
 namespace quirebind {
 

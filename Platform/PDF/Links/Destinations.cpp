@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "Platform/PDF/Limits.h"
-#include "Platform/PDF/PDFString.h"
-#include "Platform/PDF/ReferenceText.h"
+#include "Platform/PDF/Guards/Limits.h"
+#include "Platform/PDF/Syntax/PDFString.h"
+#include "Platform/PDF/Syntax/ReferenceText.h"
 
 namespace quirebind {
 namespace {

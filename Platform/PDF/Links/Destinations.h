@@ -6,12 +6,12 @@
 #include <optional>
 
 #include "Platform/Files/ByteBuffer.h"
-#include "Platform/PDF/Limits.h"
+#include "Platform/PDF/Guards/Limits.h"
+#include "Platform/PDF/Guards/WorkBudget.h"
 #include "Platform/PDF/Links/NamedDestinations.h"
 #include "Platform/PDF/Links/PageCopies.h"
-#include "Platform/PDF/ObjectReader.h"
-#include "Platform/PDF/Value.h"
-#include "Platform/PDF/WorkBudget.h"
+#include "Platform/PDF/Reading/ObjectReader.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 

@@ -8,10 +8,10 @@
 #include <cmath>
 #include <string>
 
-#include "Platform/PDF/DamagedDocument.h"
-#include "Platform/PDF/Limits.h"
+#include "Platform/PDF/Guards/DamagedDocument.h"
+#include "Platform/PDF/Guards/Limits.h"
 #include "Platform/PDF/Links/Destinations.h"
-#include "Platform/PDF/PageGeometry.h"
+#include "Platform/PDF/Reading/PageGeometry.h"
 
 namespace quirebind {
 

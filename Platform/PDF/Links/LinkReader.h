@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "Platform/PDF/Links/NamedDestinations.h"
-#include "Platform/PDF/PageLink.h"
-#include "Platform/PDF/SourceDocument.h"
+#include "Platform/PDF/Links/PageLink.h"
+#include "Platform/PDF/Reading/SourceDocument.h"
 
 namespace quirebind {
 

@@ -7,8 +7,8 @@
 #include <tuple>
 #include <utility>
 
-#include "Platform/PDF/PDFString.h"
-#include "Platform/PDF/TreeReader.h"
+#include "Platform/PDF/Reading/TreeReader.h"
+#include "Platform/PDF/Syntax/PDFString.h"
 
 namespace quirebind {
 

@@ -10,11 +10,11 @@
 #include <string_view>
 #include <vector>
 
-#include "Platform/PDF/Catalog.h"
-#include "Platform/PDF/Limits.h"
-#include "Platform/PDF/ObjectReader.h"
-#include "Platform/PDF/Value.h"
-#include "Platform/PDF/WorkBudget.h"
+#include "Platform/PDF/Guards/Limits.h"
+#include "Platform/PDF/Guards/WorkBudget.h"
+#include "Platform/PDF/Reading/Catalog.h"
+#include "Platform/PDF/Reading/ObjectReader.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 

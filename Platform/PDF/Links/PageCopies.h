@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "Platform/PDF/ReferenceMap.h"
+#include "Platform/PDF/Copying/ReferenceMap.h"
 
 namespace quirebind {
 

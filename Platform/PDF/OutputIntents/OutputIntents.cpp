@@ -7,10 +7,10 @@
 #include <span>
 #include <utility>
 
-#include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/Encryption/StreamFilters.h"
-#include "Platform/PDF/Limits.h"
-#include "Platform/PDF/ReferenceText.h"
+#include "Platform/PDF/Guards/DamagedDocument.h"
+#include "Platform/PDF/Guards/Limits.h"
+#include "Platform/PDF/Syntax/ReferenceText.h"
 
 namespace quirebind {
 namespace {

@@ -5,9 +5,9 @@
 
 #include <string>
 
-#include "Platform/PDF/DepthGuard.h"
-#include "Platform/PDF/Limits.h"
-#include "Platform/PDF/PDFString.h"
+#include "Platform/PDF/Guards/DepthGuard.h"
+#include "Platform/PDF/Guards/Limits.h"
+#include "Platform/PDF/Syntax/PDFString.h"
 
 namespace quirebind {
 

@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "Platform/PDF/ObjectCopier.h"
-#include "Platform/PDF/ObjectRewriter.h"
+#include "Platform/PDF/Copying/ObjectCopier.h"
+#include "Platform/PDF/Copying/ObjectRewriter.h"
 #include "Platform/PDF/Structure/ElementIDs.h"
 
 namespace quirebind {

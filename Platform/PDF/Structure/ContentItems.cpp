@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "Platform/PDF/ReferenceText.h"
+#include "Platform/PDF/Syntax/ReferenceText.h"
 
 namespace quirebind {
 

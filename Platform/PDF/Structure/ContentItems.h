@@ -8,11 +8,11 @@
 #include <vector>
 
 #include "Platform/Files/ByteBuffer.h"
+#include "Platform/PDF/Copying/ReferenceMap.h"
 #include "Platform/PDF/Links/PageCopies.h"
-#include "Platform/PDF/ObjectReader.h"
-#include "Platform/PDF/ReferenceMap.h"
+#include "Platform/PDF/Reading/ObjectReader.h"
 #include "Platform/PDF/Structure/ElementKid.h"
-#include "Platform/PDF/Value.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 

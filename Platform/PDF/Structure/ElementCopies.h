@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "Platform/PDF/ObjectCopier.h"
-#include "Platform/PDF/SparseArray.h"
+#include "Platform/PDF/Copying/ObjectCopier.h"
+#include "Platform/PDF/Reading/SparseArray.h"
 #include "Platform/PDF/Structure/ElementPlace.h"
 #include "Platform/PDF/Structure/ElementSelection.h"
 

@@ -3,9 +3,9 @@
 
 #include "Platform/PDF/Structure/ElementIDs.h"
 
-#include "Platform/PDF/PDFString.h"
-#include "Platform/PDF/ReferenceText.h"
-#include "Platform/PDF/TreeWriter.h"
+#include "Platform/PDF/Syntax/PDFString.h"
+#include "Platform/PDF/Syntax/ReferenceText.h"
+#include "Platform/PDF/Writing/TreeWriter.h"
 
 namespace quirebind {
 

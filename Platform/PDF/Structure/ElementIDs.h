@@ -9,7 +9,7 @@
 #include <optional>
 #include <string>
 
-#include "Platform/PDF/DocumentWriter.h"
+#include "Platform/PDF/Writing/DocumentWriter.h"
 
 namespace quirebind {
 

@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "Platform/PDF/Value.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "Platform/PDF/TreeReader.h"
+#include "Platform/PDF/Reading/TreeReader.h"
 
 namespace quirebind {
 

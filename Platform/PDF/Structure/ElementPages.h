@@ -10,10 +10,10 @@
 #include <set>
 
 #include "Platform/PDF/Links/PageCopies.h"
-#include "Platform/PDF/ObjectReader.h"
-#include "Platform/PDF/PageTree.h"
-#include "Platform/PDF/SparseArray.h"
-#include "Platform/PDF/Value.h"
+#include "Platform/PDF/Reading/ObjectReader.h"
+#include "Platform/PDF/Reading/PageTree.h"
+#include "Platform/PDF/Reading/SparseArray.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 

@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "Platform/PDF/Value.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 

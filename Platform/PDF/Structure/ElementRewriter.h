@@ -10,10 +10,10 @@
 #include <utility>
 #include <vector>
 
-#include "Platform/PDF/EntryRewriter.h"
-#include "Platform/PDF/Limits.h"
-#include "Platform/PDF/ObjectCopier.h"
-#include "Platform/PDF/ObjectRewriter.h"
+#include "Platform/PDF/Copying/EntryRewriter.h"
+#include "Platform/PDF/Copying/ObjectCopier.h"
+#include "Platform/PDF/Copying/ObjectRewriter.h"
+#include "Platform/PDF/Guards/Limits.h"
 #include "Platform/PDF/Structure/ContentItems.h"
 #include "Platform/PDF/Structure/ElementCopies.h"
 #include "Platform/PDF/Structure/ElementIDs.h"

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-#include "Platform/PDF/Limits.h"
+#include "Platform/PDF/Guards/Limits.h"
 
 namespace quirebind {
 

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "Platform/PDF/ObjectReader.h"
-#include "Platform/PDF/SparseArray.h"
+#include "Platform/PDF/Reading/ObjectReader.h"
+#include "Platform/PDF/Reading/SparseArray.h"
 #include "Platform/PDF/Structure/ContentItems.h"
 #include "Platform/PDF/Structure/ElementPlace.h"
 

@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <string_view>
 
-#include "Platform/PDF/Limits.h"
-#include "Platform/PDF/PDFString.h"
-#include "Platform/PDF/TextString.h"
+#include "Platform/PDF/Guards/Limits.h"
+#include "Platform/PDF/Syntax/PDFString.h"
+#include "Platform/PDF/Syntax/TextString.h"
 
 namespace quirebind {
 

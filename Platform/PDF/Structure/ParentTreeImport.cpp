@@ -3,7 +3,7 @@
 
 #include "Platform/PDF/Structure/ParentTreeImport.h"
 
-#include "Platform/PDF/TreeReader.h"
+#include "Platform/PDF/Reading/TreeReader.h"
 
 namespace quirebind {
 namespace {

@@ -8,10 +8,10 @@
 #include <optional>
 #include <string>
 
-#include "Platform/PDF/ObjectCopier.h"
+#include "Platform/PDF/Copying/ObjectCopier.h"
 #include "Platform/PDF/Structure/ElementCopies.h"
 #include "Platform/PDF/Structure/ParentTreeWriter.h"
-#include "Platform/PDF/Value.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 

@@ -3,7 +3,7 @@
 
 #include "Platform/PDF/Structure/ParentTreeWriter.h"
 
-#include "Platform/PDF/TreeWriter.h"
+#include "Platform/PDF/Writing/TreeWriter.h"
 
 namespace quirebind {
 

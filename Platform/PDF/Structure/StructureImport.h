@@ -10,11 +10,11 @@
 #include <string>
 #include <vector>
 
-#include "Platform/PDF/Catalog.h"
-#include "Platform/PDF/DocumentPart.h"
+#include "Platform/PDF/Copying/DocumentPart.h"
+#include "Platform/PDF/Copying/ObjectCopier.h"
 #include "Platform/PDF/Links/PageCopies.h"
-#include "Platform/PDF/ObjectCopier.h"
-#include "Platform/PDF/PageTree.h"
+#include "Platform/PDF/Reading/Catalog.h"
+#include "Platform/PDF/Reading/PageTree.h"
 #include "Platform/PDF/Structure/AttributeRewriter.h"
 #include "Platform/PDF/Structure/ContentItems.h"
 #include "Platform/PDF/Structure/ElementCopies.h"
@@ -24,7 +24,7 @@
 #include "Platform/PDF/Structure/ElementSelection.h"
 #include "Platform/PDF/Structure/StructureNames.h"
 #include "Platform/PDF/Structure/StructureWriter.h"
-#include "Platform/PDF/Value.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 

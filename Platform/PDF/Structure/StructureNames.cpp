@@ -7,7 +7,7 @@
 #include <set>
 #include <vector>
 
-#include "Platform/PDF/Limits.h"
+#include "Platform/PDF/Guards/Limits.h"
 #include "Platform/PDF/Structure/StandardTypes.h"
 
 namespace quirebind {

@@ -8,10 +8,10 @@
 #include <string>
 #include <string_view>
 
-#include "Platform/PDF/ObjectCopier.h"
+#include "Platform/PDF/Copying/ObjectCopier.h"
+#include "Platform/PDF/Guards/WorkBudget.h"
 #include "Platform/PDF/Structure/SharedNames.h"
-#include "Platform/PDF/Value.h"
-#include "Platform/PDF/WorkBudget.h"
+#include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
 

@@ -5,8 +5,8 @@
 
 #include <algorithm>
 
-#include "Platform/PDF/PDFName.h"
-#include "Platform/PDF/ReferenceText.h"
+#include "Platform/PDF/Syntax/PDFName.h"
+#include "Platform/PDF/Syntax/ReferenceText.h"
 
 namespace quirebind {
 namespace {

@@ -11,11 +11,11 @@
 #include <string_view>
 #include <vector>
 
-#include "Platform/PDF/DocumentWriter.h"
+#include "Platform/PDF/Copying/StructureKeys.h"
 #include "Platform/PDF/Structure/ElementIDs.h"
 #include "Platform/PDF/Structure/ParentTreeWriter.h"
 #include "Platform/PDF/Structure/SharedNames.h"
-#include "Platform/PDF/Structure/StructureKeys.h"
+#include "Platform/PDF/Writing/DocumentWriter.h"
 
 namespace quirebind {
 

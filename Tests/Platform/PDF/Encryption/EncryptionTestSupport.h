@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "Platform/PDF/Characters.h"
+#include "Platform/PDF/Syntax/Characters.h"
 
 /// What the tests of encryption have in common.
 namespace quirebind::pdftest {

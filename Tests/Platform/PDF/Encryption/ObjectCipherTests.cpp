@@ -7,9 +7,9 @@
 
 #include <gtest/gtest.h>
 
-#include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/Encryption/KeyDerivation.h"
 #include "Platform/PDF/Encryption/ObjectCipher.h"
+#include "Platform/PDF/Guards/DamagedDocument.h"
 #include "Tests/Support/FixtureEncryption.h"
 
 namespace quirebind::pdftest {

@@ -10,8 +10,8 @@
 
 #include <gtest/gtest.h>
 
-#include "Platform/PDF/DamagedDocument.h"
 #include "Platform/PDF/Encryption/StandardSecurityHandler.h"
+#include "Platform/PDF/Guards/DamagedDocument.h"
 #include "Platform/PDF/PDFDocument.h"
 #include "Tests/Platform/PDF/Encryption/EncryptedFixtures.h"
 

@@ -11,9 +11,9 @@
 
 #include "Platform/Files/FileSystem.h"
 #include "Platform/Files/URL.h"
+#include "Platform/PDF/Copying/KeyedHash.h"
 #include "Platform/PDF/Forms/ResourceDigests.h"
-#include "Platform/PDF/KeyedHash.h"
-#include "Platform/PDF/SourceDocument.h"
+#include "Platform/PDF/Reading/SourceDocument.h"
 #include "Tests/Platform/PDF/Forms/FormTestSupport.h"
 
 namespace quirebind::pdftest {

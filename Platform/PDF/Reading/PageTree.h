@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: 2026 The Quirebind authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Platform/PDF/Reading/ObjectReader.h"
+
+namespace quirebind {
+
+/// The attributes that a page takes from its ancestors where it has none of its own
+/// (ISO 32000-2, 7.7.3.4).
+inline constexpr std::array<std::string_view, 4> kInheritableAttributes{"Resources", "MediaBox",
+                                                                        "CropBox", "Rotate"};
+
+/// The pages of a source in order, with what each inherits.
+class PageTree {
+ public:
+    /// Which value stands for each of kInheritableAttributes, as an index; kNone for none.
+    using Inheritance = std::array<std::uint32_t, kInheritableAttributes.size()>;
+    static constexpr std::uint32_t kNone = 0xffffffff;
+
+    struct Page {
+        std::uint32_t object = 0;      ///< 0 for a page that is no object of its own.
+        std::uint32_t node = 0;        ///< An index into the nodes.
+        std::uint32_t direct = kNone;  ///< An index into the direct pages.
+    };
+    struct Node {
+        std::uint32_t object = 0;  ///< 0 for a node that is no object of its own.
+        Inheritance inherited{};
+    };
+
+    [[nodiscard]] const std::vector<Page>& pages() const { return pages_; }
+    [[nodiscard]] const std::vector<Node>& nodes() const { return nodes_; }
+    /// The inheritable attributes written at nodes, as text.
+    [[nodiscard]] const std::vector<std::string>& values() const { return values_; }
+
+    /// The dictionaries of pages that are no objects of their own, as text.
+    [[nodiscard]] const std::vector<std::string>& directPages() const { return directPages_; }
+
+    /// What to do about damage in a tree.
+    enum class Damage : std::uint8_t {
+        refused,   ///< Any damage is an exception: there may be a better table to read the tree by.
+        bypassed,  ///< Only the loss of pages is.
+    };
+
+    /// Walks the whole tree below `root`, the value under /Pages of the catalog
+    /// (ISO 32000-2, 7.7.3). A kid that is null is no page; one that is listed twice counts twice;
+    /// nodes and pages may stand in their parents directly. What has content, or says that it is a
+    /// page, and has no kid is one, even if it has an empty /Kids or says that it is a node. /Count
+    /// is not asked where there is no damage: files lie about it.
+    ///
+    /// A tree is damaged where a kid is no dictionary or leads back to a node above it, where a
+    /// node with a /Count has no /Kids, where there is no page but a /Count, and where the root is
+    /// below another node. Damage is bypassed by doing without those kids, and by going up to the
+    /// root; then a tree without pages, less pages than a /Count above them says, and a lost kid of
+    /// nodes without /Count are damage still. So is, always, listing the same nodes again and again
+    /// to make more pages than a file of that size can hold. Throws DamagedDocument.
+    [[nodiscard]] static PageTree read(ObjectReader& reader, Value root, Damage damage);
+
+ private:
+    friend class PageTreeWalk;
+
+    std::vector<Page> pages_;
+    std::vector<Node> nodes_;
+    std::vector<std::string> values_;
+    std::vector<std::string> directPages_;
+};
+
+}  // namespace quirebind
