@@ -23,9 +23,9 @@
 #include "Quirebind/Desktop/QtDesktop.h"
 #include "Quirebind/Desktop/QtMainThread.h"
 #include "Quirebind/Desktop/UserLanguage.h"
+#include "Quirebind/Look/Appearance.h"
 #include "Quirebind/Preview/PDFPreview.h"
 #include "Quirebind/Preview/RenderService.h"
-#include "Quirebind/Views/Appearance.h"
 #include "Quirebind/Views/MainWindow.h"
 #include "QuirebindCore/PDFMerger.h"
 

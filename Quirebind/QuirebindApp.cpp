@@ -13,7 +13,7 @@
 #include <utility>
 
 #include "Quirebind/Desktop/QtDesktop.h"
-#include "Quirebind/Views/Texts.h"
+#include "Quirebind/Look/Texts.h"
 
 namespace quirebind {
 

@@ -12,8 +12,8 @@
 
 #include "Quirebind/Desktop/QtMainThread.h"
 #include "Quirebind/Desktop/UserLanguage.h"
+#include "Quirebind/Look/Appearance.h"
 #include "Quirebind/Preview/RenderService.h"
-#include "Quirebind/Views/Appearance.h"
 #include "Quirebind/Views/MainWindow.h"
 #include "Quirebind/Workflow/BackgroundWork.h"
 

@@ -19,11 +19,11 @@
 
 #include "Platform/Files/FileSystem.h"
 #include "Quirebind/Desktop/FileURLs.h"
-#include "Quirebind/Preview/RenderProtocol.h"
+#include "Quirebind/Look/AccessibleRole.h"
+#include "Quirebind/Look/Colours.h"
+#include "Quirebind/Look/Texts.h"
 #include "Quirebind/Preview/RenderService.h"
-#include "Quirebind/Views/AccessibleRole.h"
-#include "Quirebind/Views/Colours.h"
-#include "Quirebind/Views/Texts.h"
+#include "Quirebind/RenderProtocol/RenderProtocol.h"
 
 // What is shown: opening, laying out, drawing. What the user does stands in PDFPreviewInput.cpp.
 

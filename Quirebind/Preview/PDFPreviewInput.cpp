@@ -12,9 +12,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "Quirebind/Look/Texts.h"
 #include "Quirebind/Preview/PDFPreview.h"
 #include "Quirebind/Preview/RenderService.h"
-#include "Quirebind/Views/Texts.h"
 
 // What the user does with a document that is shown: scroll, select, copy, follow links.
 

@@ -12,7 +12,7 @@
 #include <optional>
 
 #include "Platform/Files/FileDescriptor.h"
-#include "Quirebind/Preview/PageText.h"
+#include "Quirebind/RenderProtocol/PageText.h"
 
 namespace quirebind {
 

@@ -15,7 +15,7 @@
 
 #include "Quirebind/Preview/HelperProcess.h"
 #include "Quirebind/Preview/RenderClient.h"
-#include "Quirebind/Preview/RenderProtocol.h"
+#include "Quirebind/RenderProtocol/RenderProtocol.h"
 
 namespace quirebind {
 

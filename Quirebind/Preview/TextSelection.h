@@ -13,8 +13,8 @@
 #include <memory>
 #include <optional>
 
-#include "Quirebind/Preview/PageText.h"
 #include "Quirebind/Preview/RenderClient.h"
+#include "Quirebind/RenderProtocol/PageText.h"
 
 namespace quirebind {
 

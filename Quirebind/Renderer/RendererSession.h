@@ -11,8 +11,8 @@
 
 #include "Platform/Files/ByteBuffer.h"
 #include "Platform/Files/FileDescriptor.h"
-#include "Quirebind/Preview/PageText.h"
-#include "Quirebind/Preview/RenderProtocol.h"
+#include "Quirebind/RenderProtocol/PageText.h"
+#include "Quirebind/RenderProtocol/RenderProtocol.h"
 
 namespace quirebind {
 

@@ -3,7 +3,7 @@
 
 #include <QCoreApplication>
 
-#include "Quirebind/Preview/RenderProtocol.h"
+#include "Quirebind/RenderProtocol/RenderProtocol.h"
 #include "Quirebind/Renderer/Confinement.h"
 #include "Quirebind/Renderer/RendererSession.h"
 

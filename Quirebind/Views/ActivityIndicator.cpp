@@ -8,8 +8,8 @@
 #include <QPainter>
 #include <QStyle>
 
-#include "Quirebind/Views/Colours.h"
-#include "Quirebind/Views/Texts.h"
+#include "Quirebind/Look/Colours.h"
+#include "Quirebind/Look/Texts.h"
 
 namespace quirebind {
 

@@ -5,7 +5,7 @@
 
 #include <QPainter>
 
-#include "Quirebind/Views/Colours.h"
+#include "Quirebind/Look/Colours.h"
 
 namespace quirebind {
 

@@ -14,9 +14,9 @@
 #include <utility>
 
 #include "Quirebind/Desktop/HandOver.h"
-#include "Quirebind/Views/Colours.h"
-#include "Quirebind/Views/Symbol.h"
-#include "Quirebind/Views/Texts.h"
+#include "Quirebind/Look/Colours.h"
+#include "Quirebind/Look/Symbol.h"
+#include "Quirebind/Look/Texts.h"
 #include "Quirebind/Workflow/ContentView.h"
 
 namespace quirebind {

@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "Quirebind/Desktop/FileURLs.h"
-#include "Quirebind/Views/Texts.h"
+#include "Quirebind/Look/Texts.h"
 
 namespace quirebind {
 

@@ -11,10 +11,10 @@
 #include <QToolTip>
 #include <algorithm>
 
-#include "Quirebind/Views/Colours.h"
+#include "Quirebind/Look/Colours.h"
+#include "Quirebind/Look/Symbol.h"
+#include "Quirebind/Look/TextLabel.h"
 #include "Quirebind/Views/DocumentListModel.h"
-#include "Quirebind/Views/Symbol.h"
-#include "Quirebind/Views/TextLabel.h"
 
 namespace quirebind {
 

@@ -5,9 +5,9 @@
 
 #include <algorithm>
 
+#include "Quirebind/Look/Symbol.h"
+#include "Quirebind/Look/Texts.h"
 #include "Quirebind/Views/Layout.h"
-#include "Quirebind/Views/Symbol.h"
-#include "Quirebind/Views/Texts.h"
 #include "Quirebind/Workflow/ContentView.h"
 
 namespace quirebind {

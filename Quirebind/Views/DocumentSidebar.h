@@ -6,9 +6,9 @@
 #include <QPushButton>
 #include <QWidget>
 
+#include "Quirebind/Look/TextLabel.h"
 #include "Quirebind/Views/DocumentList.h"
 #include "Quirebind/Views/EmptyStateView.h"
-#include "Quirebind/Views/TextLabel.h"
 
 namespace quirebind {
 

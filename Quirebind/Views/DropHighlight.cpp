@@ -6,7 +6,7 @@
 #include <QEvent>
 #include <QPainter>
 
-#include "Quirebind/Views/Colours.h"
+#include "Quirebind/Look/Colours.h"
 
 namespace quirebind {
 

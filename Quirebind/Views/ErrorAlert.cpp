@@ -13,9 +13,9 @@
 #include <cmath>
 #include <memory>
 
-#include "Quirebind/Views/AccessibleRole.h"
+#include "Quirebind/Look/AccessibleRole.h"
+#include "Quirebind/Look/Texts.h"
 #include "Quirebind/Views/Layout.h"
-#include "Quirebind/Views/Texts.h"
 #include "Quirebind/Workflow/ContentView.h"
 
 namespace quirebind {

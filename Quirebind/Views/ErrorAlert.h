@@ -8,8 +8,8 @@
 #include <QString>
 #include <QTextEdit>
 
-#include "Quirebind/Views/Symbol.h"
-#include "Quirebind/Views/TextLabel.h"
+#include "Quirebind/Look/Symbol.h"
+#include "Quirebind/Look/TextLabel.h"
 
 namespace quirebind {
 

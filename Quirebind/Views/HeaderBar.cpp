@@ -5,8 +5,8 @@
 
 #include <QKeySequence>
 
+#include "Quirebind/Look/Texts.h"
 #include "Quirebind/Views/Layout.h"
-#include "Quirebind/Views/Texts.h"
 #include "Quirebind/Workflow/ContentView.h"
 
 namespace quirebind {

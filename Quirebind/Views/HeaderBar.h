@@ -6,8 +6,8 @@
 #include <QPushButton>
 #include <QWidget>
 
-#include "Quirebind/Views/Symbol.h"
-#include "Quirebind/Views/TextLabel.h"
+#include "Quirebind/Look/Symbol.h"
+#include "Quirebind/Look/TextLabel.h"
 
 namespace quirebind {
 

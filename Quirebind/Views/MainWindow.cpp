@@ -11,8 +11,8 @@
 #include <array>
 
 #include "Quirebind/Desktop/HandOver.h"
+#include "Quirebind/Look/Texts.h"
 #include "Quirebind/Views/Layout.h"
-#include "Quirebind/Views/Texts.h"
 
 namespace quirebind {
 

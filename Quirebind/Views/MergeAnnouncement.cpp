@@ -6,8 +6,8 @@
 #include <QAccessible>
 
 #include "Quirebind/Desktop/FileURLs.h"
-#include "Quirebind/Views/AccessibleRole.h"
-#include "Quirebind/Views/Texts.h"
+#include "Quirebind/Look/AccessibleRole.h"
+#include "Quirebind/Look/Texts.h"
 #include "Quirebind/Workflow/ContentView.h"
 
 namespace quirebind {

@@ -10,9 +10,9 @@
 
 #include "Quirebind/Desktop/FileURLs.h"
 #include "Quirebind/Desktop/HandOver.h"
-#include "Quirebind/Views/ControlStyle.h"
+#include "Quirebind/Look/ControlStyle.h"
+#include "Quirebind/Look/Texts.h"
 #include "Quirebind/Views/Layout.h"
-#include "Quirebind/Views/Texts.h"
 #include "Quirebind/Workflow/ContentView.h"
 
 namespace quirebind {

@@ -6,8 +6,8 @@
 #include <QPushButton>
 #include <QWidget>
 
+#include "Quirebind/Look/TextLabel.h"
 #include "Quirebind/Views/ActivityIndicator.h"
-#include "Quirebind/Views/TextLabel.h"
 
 namespace quirebind {
 

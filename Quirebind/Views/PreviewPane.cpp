@@ -3,7 +3,7 @@
 
 #include "Quirebind/Views/PreviewPane.h"
 
-#include "Quirebind/Views/Texts.h"
+#include "Quirebind/Look/Texts.h"
 #include "Quirebind/Workflow/ContentView.h"
 
 namespace quirebind {

@@ -12,9 +12,9 @@
 
 #include "Quirebind/Desktop/FileURLs.h"
 #include "Quirebind/Desktop/HandOver.h"
-#include "Quirebind/Views/Colours.h"
+#include "Quirebind/Look/Colours.h"
+#include "Quirebind/Look/Texts.h"
 #include "Quirebind/Views/Layout.h"
-#include "Quirebind/Views/Texts.h"
 #include "Quirebind/Workflow/ContentView.h"
 
 namespace quirebind {

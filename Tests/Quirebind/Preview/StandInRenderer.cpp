@@ -16,8 +16,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include "Quirebind/Preview/PageText.h"
-#include "Quirebind/Preview/RenderProtocol.h"
+#include "Quirebind/RenderProtocol/PageText.h"
+#include "Quirebind/RenderProtocol/RenderProtocol.h"
 
 // Stands in for the helper that draws pages, and does with each document what a comment at its end
 // says:

@@ -8,9 +8,9 @@
 
 #include <gmock/gmock.h>
 
+#include "Quirebind/Look/TextLabel.h"
 #include "Quirebind/Views/DocumentListModel.h"
 #include "Quirebind/Views/DocumentRowDelegate.h"
-#include "Quirebind/Views/TextLabel.h"
 
 namespace quirebind {
 namespace {

@@ -12,9 +12,9 @@
 
 #include <gmock/gmock.h>
 
-#include "Quirebind/Views/Colours.h"
-#include "Quirebind/Views/ControlStyle.h"
-#include "Quirebind/Views/TextLabel.h"
+#include "Quirebind/Look/Colours.h"
+#include "Quirebind/Look/ControlStyle.h"
+#include "Quirebind/Look/TextLabel.h"
 #include "Tests/Quirebind/Views/ViewTestSupport.h"
 
 namespace quirebind {

@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Quirebind/Views/ControlStyle.h"
+#include "Quirebind/Look/ControlStyle.h"
 #include "Tests/Quirebind/Views/Rendered.h"
 #include "Tests/Quirebind/Views/ViewTestSupport.h"
 

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
-#include "Quirebind/Views/TextLabel.h"
+#include "Quirebind/Look/TextLabel.h"
 
 #include <QApplication>
 #include <QEvent>
 
-#include "Quirebind/Views/Colours.h"
+#include "Quirebind/Look/Colours.h"
 
 namespace quirebind {
 

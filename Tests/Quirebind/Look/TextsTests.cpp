@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Quirebind/Views/Texts.h"
+#include "Quirebind/Look/Texts.h"
 
 namespace quirebind {
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
-#include "Quirebind/Views/ControlStyle.h"
+#include "Quirebind/Look/ControlStyle.h"
 
 #include <QApplication>
 #include <QFontMetrics>
@@ -14,7 +14,7 @@
 #include <QWidget>
 #include <algorithm>
 
-#include "Quirebind/Views/Colours.h"
+#include "Quirebind/Look/Colours.h"
 
 namespace quirebind {
 

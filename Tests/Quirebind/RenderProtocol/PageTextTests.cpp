@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Quirebind/Preview/PageText.h"
+#include "Quirebind/RenderProtocol/PageText.h"
 
 namespace quirebind {
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
-#include "Quirebind/Views/Symbol.h"
+#include "Quirebind/Look/Symbol.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -16,7 +16,7 @@
 #include <memory>
 
 #include "Quirebind/Desktop/HandOver.h"
-#include "Quirebind/Views/Colours.h"
+#include "Quirebind/Look/Colours.h"
 
 namespace quirebind {
 

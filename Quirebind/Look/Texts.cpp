@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
-#include "Quirebind/Views/Texts.h"
+#include "Quirebind/Look/Texts.h"
 
 #include <QCoreApplication>
 #include <QLocale>

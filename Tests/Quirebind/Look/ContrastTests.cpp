@@ -16,10 +16,10 @@
 
 #include <gmock/gmock.h>
 
+#include "Quirebind/Look/Colours.h"
+#include "Quirebind/Look/Contrast.h"
+#include "Quirebind/Look/ControlStyle.h"
 #include "Quirebind/Preview/PDFPreview.h"
-#include "Quirebind/Views/Colours.h"
-#include "Quirebind/Views/Contrast.h"
-#include "Quirebind/Views/ControlStyle.h"
 #include "Tests/Quirebind/Views/Rendered.h"
 #include "Tests/Quirebind/Views/ViewTestSupport.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
-#include "Quirebind/Preview/PageText.h"
+#include "Quirebind/RenderProtocol/PageText.h"
 
 #include <array>
 #include <cmath>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
-#include "Quirebind/Views/Appearance.h"
+#include "Quirebind/Look/Appearance.h"
 
 #include <QApplication>
 #include <QDBusConnection>
@@ -15,8 +15,8 @@
 #include <utility>
 
 #include "Quirebind/Desktop/HandOver.h"
-#include "Quirebind/Views/Colours.h"
-#include "Quirebind/Views/ControlStyle.h"
+#include "Quirebind/Look/Colours.h"
+#include "Quirebind/Look/ControlStyle.h"
 
 namespace quirebind {
 

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Quirebind/Views/Colours.h"
+#include "Quirebind/Look/Colours.h"
 #include "Tests/Quirebind/Views/Rendered.h"
 
 namespace quirebind {

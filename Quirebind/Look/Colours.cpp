@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
-#include "Quirebind/Views/Colours.h"
+#include "Quirebind/Look/Colours.h"
 
 #include <algorithm>
 #include <array>
 
-#include "Quirebind/Views/Contrast.h"
+#include "Quirebind/Look/Contrast.h"
 
 namespace quirebind {
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
-#include "Quirebind/Views/AccessibleRole.h"
+#include "Quirebind/Look/AccessibleRole.h"
 
 #include <QAccessibleWidget>
 #include <QVariant>
