@@ -10,6 +10,8 @@
 #include "Platform/PDF/Encryption/Decryptor.h"
 #include "Platform/PDF/Encryption/StandardSecurityHandler.h"
 #include "Platform/PDF/Guards/DamagedDocument.h"
+#include "Platform/PDF/Guards/Limits.h"
+#include "Platform/PDF/Guards/WorkBudget.h"
 #include "Platform/PDF/Syntax/ValueScanner.h"
 
 namespace {
@@ -25,7 +27,8 @@ Value valueIn(std::string_view text) {
 void decrypt(const Decryptor& decryptor, std::string_view data) {
     constexpr Reference kObject{7, 1};
     const Value dictionary = valueIn(data);
-    if (const auto clear = decryptor.decryptStrings(dictionary, kObject)) {
+    WorkBudget budget(limits::kSyntax, data.size());
+    if (const auto clear = decryptor.decryptStrings(dictionary, kObject, budget)) {
         const Extent extent = scanValue(*clear, 0);
         fuzzing::require(extent.isValue(), "what is decrypted is a value");
     }

@@ -193,5 +193,28 @@ constexpr Shape kShapes[] = {
 INSTANTIATE_TEST_SUITE_P(Of, SmallHostile, ::testing::ValuesIn(kShapes),
                          [](const auto& shape) { return std::string(shape.param.name); });
 
+// To find out that an object is not there takes longer than to read a small one.
+TEST(SmallDocument, thatLacksWhatItRefersToVeryOftenIsRefused) {
+    constexpr std::size_t kTimes = 200'000;
+    WrittenDocument file("/StructTreeRoot<</Namespaces 200 0 R>>", "/StructParents 0");
+    file.packed(11, 200, "[" + repeated("201 0 R ", 8 * kTimes) + "]");
+    file.missing(11, 201);
+    const TemporaryFolder folder;
+    folder.write("hostile.pdf", file.finished());
+    expectFailure(failureOfMerging({folder / "hostile.pdf"}, folder / "out.pdf"), Kind::invalid,
+                  "hostile.pdf");
+    EXPECT_FALSE(fs::exists(folder / "out.pdf"));
+}
+
+TEST(SmallDocument, thatLacksWhatItRefersToNowAndThenIsNot) {
+    constexpr std::size_t kTimes = 2000;
+    WrittenDocument file("/StructTreeRoot<</Namespaces 200 0 R>>", "/StructParents 0");
+    file.packed(11, 200, "[" + repeated("201 0 R ", 8 * kTimes) + "]");
+    file.missing(11, 201);
+    const TemporaryFolder folder;
+    folder.write("damaged.pdf", file.finished());
+    EXPECT_FALSE(failureOfMerging({folder / "damaged.pdf"}, folder / "out.pdf"));
+}
+
 }  // namespace
 }  // namespace quirebind::coretest

@@ -57,6 +57,9 @@ class WrittenDocument {
         packed_[member] = stream;
     }
 
+    /// Lists an object as a member of an object stream that does not have it.
+    void missing(std::size_t stream, std::size_t member) { packed_[member] = stream; }
+
     [[nodiscard]] std::size_t size() const { return text_.size(); }
 
     [[nodiscard]] std::string finished(const std::string& trailer = "") const {

@@ -3,6 +3,7 @@
 
 #include "Platform/PDF/Encryption/Decryptor.h"
 
+#include <cstdint>
 #include <utility>
 
 #include "Platform/PDF/Encryption/EncryptedStrings.h"
@@ -16,11 +17,18 @@ Decryptor::Decryptor(std::string fileKey, CryptFilters filters, bool encryptsMet
       filters_(std::move(filters)),
       encryptsMetadata_(encryptsMetadata) {}
 
-std::optional<std::string> Decryptor::decryptStrings(Value value, Reference id) const {
-    if (filters_.strings() == CryptMethod::identity) return std::nullopt;
+std::optional<std::string> Decryptor::decryptStrings(Value value, Reference id,
+                                                     WorkBudget& budget) const {
+    // To set a cipher up for an object takes as long as to go over so many bytes, and so does using
+    // it on a string, however short.
+    constexpr std::uint64_t kSetup = 256;
+    constexpr std::uint64_t kString = 64;
     const std::string_view text = value.text();
+    budget.spend(text.size() + kSetup);
+    if (filters_.strings() == CryptMethod::identity) return std::nullopt;
     const auto strings = findEncryptedStrings(text);
     if (strings.empty()) return std::nullopt;
+    budget.spend(kString * strings.size());
     const ObjectCipher cipher(filters_.strings(), fileKey_, id);
     std::string result;
     result.reserve(text.size());

@@ -8,6 +8,7 @@
 
 #include "Platform/PDF/Encryption/CryptFilters.h"
 #include "Platform/PDF/Encryption/StreamFilters.h"
+#include "Platform/PDF/Guards/WorkBudget.h"
 #include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
@@ -23,8 +24,10 @@ class Decryptor {
     Decryptor(std::string fileKey, CryptFilters filters, bool encryptsMetadata);
 
     /// The text of an object, or of a stream's dictionary, with its strings in clear. Nothing where
-    /// the text is in clear as it is.
-    [[nodiscard]] std::optional<std::string> decryptStrings(Value value, Reference id) const;
+    /// the text is in clear as it is. What that takes is spent of `budget`, counted in bytes of
+    /// text that are looked at; throws DamagedDocument where it is not there.
+    [[nodiscard]] std::optional<std::string> decryptStrings(Value value, Reference id,
+                                                            WorkBudget& budget) const;
 
     /// The body of a stream in clear; its filters still apply. Throws DamagedDocument where the
     /// stream is encrypted by a method that is not known.

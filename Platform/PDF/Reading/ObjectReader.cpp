@@ -20,6 +20,10 @@ namespace {
 /// How much of the file is looked at first for an object: most are smaller.
 constexpr std::size_t kFirstLook = 1024;
 
+/// An object that cannot be read takes as long as reading so many bytes: exceptions are thrown, and
+/// whoever wanted it may want it again and again.
+constexpr std::uint64_t kFailedRead = 2048;
+
 /// Whether `offset` is behind the first digit of a number, so that the 2 there may be that of 12.
 bool beginsInsideNumber(SourceImage& image, std::uint64_t offset) {
     if (offset == 0) return false;
@@ -54,8 +58,9 @@ ObjectReader::ObjectReader(SourceImage image, ObjectTable table)
 
 bool ObjectReader::exists(Reference reference) {
     if (isListed(reference)) return true;
-    if (isLost(reference)) throw DamagedDocument("an object that the file has lost");
-    return false;
+    if (!isLost(reference)) return false;
+    syntax_.spend(kFailedRead);
+    throw DamagedDocument("an object that the file has lost");
 }
 
 bool ObjectReader::isLost(Reference reference) {
@@ -119,7 +124,9 @@ SourceObject ObjectReader::read(std::uint32_t number, FoundParts* parts) {
             if (parts != nullptr) parts->clear();
             break;
     }
-    if (lost_ && !hasSoundDictionaries(object.value.text()))
+    if (!lost_) return object;
+    syntax_.spend(object.value.text().size());  // for the second look
+    if (!hasSoundDictionaries(object.value.text()))
         throw DamagedDocument("an object with a broken dictionary");
     return object;
 }
@@ -128,6 +135,7 @@ SourceObject ObjectReader::readPacked(std::uint32_t number, FoundParts* parts) {
     try {
         return readFromStream(number, table_.find(number), parts);
     } catch (const DamagedDocument&) {
+        syntax_.spend(kFailedRead);
         if (!mend(number)) throw;
     }
     return readInFile(number, parts);
@@ -138,6 +146,7 @@ SourceObject ObjectReader::readInFile(std::uint32_t number, FoundParts* parts) {
     try {
         return readFromFile(number, table_.find(number).position, parts);
     } catch (const DamagedDocument&) {
+        syntax_.spend(kFailedRead);
         if (!mend(number)) throw;
     }
     return readFromFile(number, table_.find(number).position, parts);
@@ -177,10 +186,8 @@ void ObjectReader::decryptStrings(SourceObject& object, FoundParts* parts) {
     if (object.isStream && isCrossReferenceStream(object.value)) return;
     auto held = decrypted_.find(object.number);
     if (held == decrypted_.end()) {
-        // To set up a cipher for an object takes as long as to go over so many bytes.
-        constexpr std::uint64_t kCipherSetup = 256;
-        syntax_.spend(object.value.text().size() + kCipherSetup);
-        auto text = decryptor_->decryptStrings(object.value, {object.number, object.generation});
+        auto text =
+            decryptor_->decryptStrings(object.value, {object.number, object.generation}, syntax_);
         if (!text) return;
         roomForDecrypted_.spend(text->size());
         held = decrypted_.emplace(object.number, std::move(*text)).first;
