@@ -135,6 +135,18 @@ QString copy() {
     return translated(QT_TRANSLATE_NOOP("Quirebind", "Copy"));
 }
 
+QString zoomIn() {
+    return translated(QT_TRANSLATE_NOOP("Quirebind", "Zoom In"));
+}
+
+QString zoomOut() {
+    return translated(QT_TRANSLATE_NOOP("Quirebind", "Zoom Out"));
+}
+
+QString fitWidth() {
+    return translated(QT_TRANSLATE_NOOP("Quirebind", "Fit Width"));
+}
+
 QString pagePosition(std::int64_t page, std::int64_t pages) {
     //: The first number is always the page's, the second that of all pages.
     return format(translated(QT_TRANSLATE_NOOP("Quirebind", "Page %lld of %lld")), {page, pages});

@@ -36,6 +36,9 @@ namespace quirebind::text {
 [[nodiscard]] QString ok();
 
 [[nodiscard]] QString copy();
+[[nodiscard]] QString zoomIn();
+[[nodiscard]] QString zoomOut();
+[[nodiscard]] QString fitWidth();
 
 // Said only to assistive technology, or while a window waits to close.
 

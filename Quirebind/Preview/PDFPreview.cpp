@@ -35,6 +35,7 @@ constexpr int kMillisecondsForSizes = 8;  // in one turn of the event loop
 constexpr std::size_t kSizesAtOnce = 64;
 constexpr int kMillisecondsToRest = 90;
 constexpr double kMostSteps = 1 << 30;  // of a scroll bar
+constexpr double kLine = 40;            // pixels that a step of a scroll bar goes
 
 FileDescriptor openToRead(const URL& url) {
     FileSystem& files = FileSystem::native();
@@ -48,7 +49,6 @@ PDFPreview::PDFPreview(RenderService& service) : service_(service) {
     setFrameShape(NoFrame);
     setAccessibleRole(*this, QAccessible::Document);
     setFocusPolicy(Qt::StrongFocus);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);  // the pages' width must not depend on it
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     viewport()->setMouseTracking(true);
@@ -59,6 +59,7 @@ PDFPreview::PDFPreview(RenderService& service) : service_(service) {
     resting_.setSingleShot(true);
     resting_.setInterval(kMillisecondsToRest);
     connect(&resting_, &QTimer::timeout, this, [this] { service_.wake(); });
+    setUpZooming();
     service_.add(*this);
 }
 
@@ -108,6 +109,8 @@ void PDFPreview::clear() {
     linkFocus_.reset();
     viewport()->setCursor(Qt::ArrowCursor);
     wayBack_.clear();
+    zoom_ = 1;
+    showZoom();
     copying_ = false;
     moreSizes_.stop();
     setAccessibleName({});
@@ -149,19 +152,23 @@ void PDFPreview::scrollTo(double y) {
 
 void PDFPreview::layOut() {
     const int height = viewport()->height();
-    column_.setWidth(viewport()->width());
+    const int width = viewport()->width();
+    column_.setWidth(width * zoom_);
     const double hidden = std::max(0.0, column_.height() - height);
     unit_ = std::max(1.0, hidden / kMostSteps);
     verticalScrollBar()->setRange(0, static_cast<int>(std::ceil(hidden / unit_)));
     verticalScrollBar()->setPageStep(static_cast<int>(height / unit_));
-    verticalScrollBar()->setSingleStep(std::max(1, static_cast<int>(40 / unit_)));
+    verticalScrollBar()->setSingleStep(std::max(1, static_cast<int>(kLine / unit_)));
+    horizontalScrollBar()->setRange(0, static_cast<int>(column_.width()) - width);
+    horizontalScrollBar()->setPageStep(width);
+    horizontalScrollBar()->setSingleStep(static_cast<int>(kLine));
     viewport()->update();
 }
 
 void PDFPreview::resizeEvent(QResizeEvent* event) {
     QAbstractScrollArea::resizeEvent(event);
     const PageColumn::Anchor anchor = column_.anchorAt(top());
-    const bool rescaled = column_.width() != viewport()->width();
+    const bool rescaled = column_.width() != viewport()->width() * zoom_;
     layOut();
     scrollTo(column_.positionOf(anchor));
     if (rescaled) resting_.start();
@@ -194,7 +201,7 @@ QString PDFPreview::currentPageText() const {
 QRectF PDFPreview::pageRect(std::size_t page) const {
     const double ratio = devicePixelRatioF();
     const auto snapped = [ratio](double x) { return std::round(x * ratio) / ratio; };
-    const double left = snapped(column_.pageLeft(page));
+    const double left = snapped(column_.pageLeft(page) - this->left());
     const double upper = snapped(column_.pageTop(page) - top());
     return {left, upper, snapped(column_.pageWidth(page)), snapped(column_.pageHeight(page))};
 }

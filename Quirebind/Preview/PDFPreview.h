@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QAbstractScrollArea>
+#include <QAction>
 #include <QElapsedTimer>
 #include <QTimer>
 #include <memory>
@@ -26,7 +27,8 @@ class RenderService;
 /// Shows a document: all of its pages in one column, as wide as the view, which scrolls. Text can
 /// be selected with the mouse and copied. A click on a link that leads inside the document goes
 /// there, and the key for going back returns; other links do nothing. The tab key comes by the
-/// links in sight before it leaves, and Return follows the one with the frame.
+/// links in sight before it leaves, and Return follows the one with the frame. Pages may be shown
+/// larger and smaller than that, until another document is shown.
 ///
 /// The document is opened here, on the main thread; its pages are drawn elsewhere, by the render
 /// service, and are white until they are there. While the view is being resized, pictures are
@@ -73,6 +75,7 @@ class PDFPreview : public QAbstractScrollArea, private RenderClient {
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     bool event(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
     bool focusNextPrevChild(bool next) override;
 
  private:
@@ -88,8 +91,16 @@ class PDFPreview : public QAbstractScrollArea, private RenderClient {
         std::size_t last = 0;
     };
 
+    /// What of the column, in its pixels, is at the upper left corner of the view.
     [[nodiscard]] double top() const;
+    [[nodiscard]] double left() const;
     void scrollTo(double y);
+    void scrollAcrossTo(double x);
+    void setUpZooming();
+    void showZoom();
+    [[nodiscard]] QPointF middle() const;
+    void zoomTo(double zoom, const QPointF& about);
+    void zoomBy(double factor, const QPointF& about);
     void layOut();
     void readMoreSizes();
     [[nodiscard]] std::vector<PageSize> readSizes(std::size_t first, std::size_t last) const;
@@ -127,6 +138,10 @@ class PDFPreview : public QAbstractScrollArea, private RenderClient {
     std::vector<PageColumn::Anchor> wayBack_;  // from where links were followed
     QPointF pressed_;                          // where the button went down
     std::size_t sizesRead_ = 0;
+    double zoom_ = 1;  // how many times as wide as the view the column is
+    QAction zoomIn_;
+    QAction zoomOut_;
+    QAction fitWidth_;
     double unit_ = 1;  // pixels of the column that one step of the scroll bar stands for
     bool selecting_ = false;
     QElapsedTimer sinceDoubleClick_;

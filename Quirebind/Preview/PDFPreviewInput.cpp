@@ -10,6 +10,7 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "Quirebind/Look/Texts.h"
@@ -25,6 +26,7 @@ namespace {
 constexpr double kOverlap = 40;      // of what was in sight, that stays so when it is paged
 constexpr double kLine = 40;         // pixels that an arrow key scrolls by
 constexpr double kWheelNotch = 120;  // the toolkit's units for one notch of a wheel
+constexpr double kZoomOfNotch = 1.25;
 
 }  // namespace
 
@@ -78,13 +80,19 @@ void PDFPreview::keyPressEvent(QKeyEvent* event) {
 }
 
 void PDFPreview::wheelEvent(QWheelEvent* event) {
+    event->accept();
+    if ((event->modifiers() & Qt::ControlModifier) != 0) {
+        zoomBy(std::pow(kZoomOfNotch, event->angleDelta().y() / kWheelNotch), event->position());
+        return;
+    }
     // A touchpad says how many pixels; a wheel, how many notches.
     const bool fine = !event->pixelDelta().isNull();
     const double lines = QApplication::wheelScrollLines();
-    const double by =
-        fine ? event->pixelDelta().y() : event->angleDelta().y() / kWheelNotch * lines * kLine / 2;
-    scrollTo(top() - by);
-    event->accept();
+    QPointF by = fine ? QPointF(event->pixelDelta())
+                      : QPointF(event->angleDelta()) / kWheelNotch * lines * kLine / 2;
+    if ((event->modifiers() & Qt::ShiftModifier) != 0) by = by.transposed();
+    if (by.y() != 0) scrollTo(top() - by.y());
+    if (by.x() != 0) scrollAcrossTo(left() - by.x());
 }
 
 // Selecting.
@@ -217,6 +225,8 @@ void PDFPreview::contextMenuEvent(QContextMenuEvent* event) {
     copyAction->setShortcutVisibleInContextMenu(true);
     copyAction->setEnabled(!selection_.isEmpty());
     connect(copyAction, &QAction::triggered, this, [this] { copy(); });
+    menu.addSeparator();
+    menu.addActions({&zoomIn_, &zoomOut_, &fitWidth_});
     menu.exec(event->globalPos());
 }
 

@@ -103,6 +103,18 @@
         <translation>نسخ</translation>
     </message>
     <message>
+        <source>Zoom In</source>
+        <translation>تكبير</translation>
+    </message>
+    <message>
+        <source>Zoom Out</source>
+        <translation>تصغير</translation>
+    </message>
+    <message>
+        <source>Fit Width</source>
+        <translation>ملاءمة العرض</translation>
+    </message>
+    <message>
         <source>Page %lld of %lld</source>
         <extracomment>The first number is always the page&apos;s, the second that of all pages.</extracomment>
         <translation>الصفحة %lld من %lld</translation>

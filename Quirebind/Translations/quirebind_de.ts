@@ -99,6 +99,18 @@
         <translation>Kopieren</translation>
     </message>
     <message>
+        <source>Zoom In</source>
+        <translation>Vergrößern</translation>
+    </message>
+    <message>
+        <source>Zoom Out</source>
+        <translation>Verkleinern</translation>
+    </message>
+    <message>
+        <source>Fit Width</source>
+        <translation>An Breite anpassen</translation>
+    </message>
+    <message>
         <source>Page %lld of %lld</source>
         <extracomment>The first number is always the page&apos;s, the second that of all pages.</extracomment>
         <translation>Seite %lld von %lld</translation>

@@ -99,6 +99,18 @@
         <translation>Copiar</translation>
     </message>
     <message>
+        <source>Zoom In</source>
+        <translation>Acercar</translation>
+    </message>
+    <message>
+        <source>Zoom Out</source>
+        <translation>Alejar</translation>
+    </message>
+    <message>
+        <source>Fit Width</source>
+        <translation>Ajustar al ancho</translation>
+    </message>
+    <message>
         <source>Page %lld of %lld</source>
         <extracomment>The first number is always the page&apos;s, the second that of all pages.</extracomment>
         <translation>Página %lld de %lld</translation>

@@ -99,6 +99,18 @@
         <translation>Copier</translation>
     </message>
     <message>
+        <source>Zoom In</source>
+        <translation>Zoom avant</translation>
+    </message>
+    <message>
+        <source>Zoom Out</source>
+        <translation>Zoom arrière</translation>
+    </message>
+    <message>
+        <source>Fit Width</source>
+        <translation>Ajuster à la largeur</translation>
+    </message>
+    <message>
         <source>Page %lld of %lld</source>
         <extracomment>The first number is always the page&apos;s, the second that of all pages.</extracomment>
         <translation>Page %lld sur %lld</translation>

@@ -99,6 +99,18 @@
         <translation>העתקה</translation>
     </message>
     <message>
+        <source>Zoom In</source>
+        <translation>הגדלה</translation>
+    </message>
+    <message>
+        <source>Zoom Out</source>
+        <translation>הקטנה</translation>
+    </message>
+    <message>
+        <source>Fit Width</source>
+        <translation>התאמה לרוחב</translation>
+    </message>
+    <message>
         <source>Page %lld of %lld</source>
         <extracomment>The first number is always the page&apos;s, the second that of all pages.</extracomment>
         <translation>עמוד %lld מתוך %lld</translation>

@@ -99,6 +99,18 @@
         <translation>Kopiëren</translation>
     </message>
     <message>
+        <source>Zoom In</source>
+        <translation>Inzoomen</translation>
+    </message>
+    <message>
+        <source>Zoom Out</source>
+        <translation>Uitzoomen</translation>
+    </message>
+    <message>
+        <source>Fit Width</source>
+        <translation>Aanpassen aan breedte</translation>
+    </message>
+    <message>
         <source>Page %lld of %lld</source>
         <extracomment>The first number is always the page&apos;s, the second that of all pages.</extracomment>
         <translation>Pagina %lld van %lld</translation>

@@ -100,6 +100,18 @@
         <translation>Kopiuj</translation>
     </message>
     <message>
+        <source>Zoom In</source>
+        <translation>Powiększ</translation>
+    </message>
+    <message>
+        <source>Zoom Out</source>
+        <translation>Pomniejsz</translation>
+    </message>
+    <message>
+        <source>Fit Width</source>
+        <translation>Dopasuj do szerokości</translation>
+    </message>
+    <message>
         <source>Page %lld of %lld</source>
         <extracomment>The first number is always the page&apos;s, the second that of all pages.</extracomment>
         <translation>Strona %lld z %lld</translation>

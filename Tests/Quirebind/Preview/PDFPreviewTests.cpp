@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QScrollBar>
+#include <QWheelEvent>
 #include <filesystem>
 #include <string>
 
@@ -39,6 +40,8 @@ struct ShownPreview {
         return false;
     }
     [[nodiscard]] int position() { return preview.verticalScrollBar()->value(); }
+    /// How far it can be scrolled to the side.
+    [[nodiscard]] int across() { return preview.horizontalScrollBar()->maximum(); }
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
         QTest::keyClick(&preview, key, modifiers);
     }
@@ -165,6 +168,71 @@ TEST(PDFPreview, KeepsItsPlaceWhenItIsResized) {
     shown.preview.resize(400, 300);
     EXPECT_EQ(shown.preview.currentPage(), page);
     EXPECT_TRUE(waitFor([&] { return shown.preview.isSharp(); }));
+}
+
+TEST(PDFPreview, ShowsPagesLargerAndSmallerAndAsWideAsItselfAgain) {
+    ShownPreview shown;
+    shown.preview.setURL(shown.documents.make("a.pdf", "paint 123456", 10));
+    const int height = shown.preview.verticalScrollBar()->maximum();
+    EXPECT_EQ(shown.across(), 0) << "all of the width shows";
+    shown.key(Qt::Key_Plus, Qt::ControlModifier);
+    shown.key(Qt::Key_Equal, Qt::ControlModifier);
+    EXPECT_GT(shown.preview.verticalScrollBar()->maximum(), height * 14 / 10);
+    EXPECT_GT(shown.across(), 100);
+    EXPECT_TRUE(waitFor([&] { return shown.preview.isSharp(); }));
+    shown.key(Qt::Key_0, Qt::ControlModifier);
+    EXPECT_TRUE(waitFor([&] { return shown.preview.verticalScrollBar()->maximum() == height; }));
+    EXPECT_EQ(shown.across(), 0);
+    shown.key(Qt::Key_Minus, Qt::ControlModifier);
+    EXPECT_LT(shown.preview.verticalScrollBar()->maximum(), height);
+    EXPECT_EQ(shown.across(), 0);
+    EXPECT_TRUE(shown.becomes("#123456")) << "what is narrower is in the middle";
+}
+
+TEST(PDFPreview, KeepsWhatIsUnderThePointerWhileTheWheelZooms) {
+    ShownPreview shown;
+    shown.preview.setURL(shown.documents.make("a.pdf", "paint", 100));
+    shown.preview.verticalScrollBar()->setValue(shown.preview.verticalScrollBar()->maximum() / 2);
+    const std::size_t page = shown.preview.currentPage();
+    const QPointF place(350, 150);
+    const auto turn = [&](int notches) {
+        QWheelEvent event(place, shown.preview.viewport()->mapToGlobal(place), {},
+                          {0, 120 * notches}, Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase,
+                          false);
+        QApplication::sendEvent(shown.preview.viewport(), &event);
+    };
+    turn(1);
+    EXPECT_NEAR(double(shown.preview.currentPage()), double(page), 1);
+    const int begin = shown.preview.horizontalScrollBar()->value();
+    EXPECT_GT(begin, shown.across() / 2) << "the pointer is right of the middle";
+    turn(100);
+    const int largest = shown.across();
+    turn(1);
+    EXPECT_EQ(shown.across(), largest) << "there is an end";
+    turn(-100);
+    EXPECT_EQ(shown.across(), 0);
+    EXPECT_NEAR(double(shown.preview.currentPage()), double(page), 2);
+}
+
+TEST(PDFPreview, ShowsEveryDocumentAsWideAsItselfFirst) {
+    ShownPreview shown;
+    shown.preview.setURL(shown.documents.make("a.pdf", "paint", 10));
+    const int height = shown.preview.verticalScrollBar()->maximum();
+    shown.key(Qt::Key_Plus, Qt::ControlModifier);
+    shown.preview.setURL(shown.documents.make("b.pdf", "paint", 10));
+    EXPECT_TRUE(waitFor([&] { return shown.preview.verticalScrollBar()->maximum() == height; }));
+    EXPECT_EQ(shown.across(), 0);
+}
+
+TEST(PDFPreview, ScrollsAcrossWhatIsWiderThanItself) {
+    ShownPreview shown;
+    shown.preview.setURL(shown.documents.make("a.pdf", "paint"));
+    for (int i = 0; i < 4; ++i) shown.key(Qt::Key_Plus, Qt::ControlModifier);
+    const int begin = shown.preview.horizontalScrollBar()->value();
+    shown.key(Qt::Key_Right);
+    EXPECT_GT(shown.preview.horizontalScrollBar()->value(), begin);
+    shown.key(Qt::Key_Left);
+    EXPECT_EQ(shown.preview.horizontalScrollBar()->value(), begin);
 }
 
 TEST(PDFPreview, StretchesPicturesWhileItIsResizedAndDrawsThemAnewThen) {
