@@ -120,6 +120,8 @@ void ControlStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
     // A button's focus is drawn with its outline.
     if (element == PE_FrameFocusRect && widget != nullptr && widget->inherits("QPushButton"))
         return;
+    // Between two scroll bars nothing is drawn either.
+    if (element == PE_PanelScrollAreaCorner) return;
     QProxyStyle::drawPrimitive(element, option, painter, widget);
 }
 
