@@ -34,12 +34,17 @@ class Handle : public QSplitterHandle {
  protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
-        painter.fillRect(rect(), hasFocus() ? accent(palette()) : separator(palette()));
+        if (hasFocus())
+            painter.fillRect(bar(), accent(palette()));
+        else
+            painter.fillRect(contentsRect(), separator(palette()));
     }
 
     void resizeEvent(QResizeEvent* event) override {
         QSplitterHandle::resizeEvent(event);
-        showFocus();
+        // The toolkit has given it a mask that only the hairline shows through. One that changed
+        // with the focus would leave the bar's edges behind on what lies under them.
+        setMask(bar());
     }
 
     void keyPressEvent(QKeyEvent* event) override {
@@ -55,21 +60,17 @@ class Handle : public QSplitterHandle {
 
     void focusInEvent(QFocusEvent* event) override {
         QSplitterHandle::focusInEvent(event);
-        showFocus();
+        update();
     }
 
     void focusOutEvent(QFocusEvent* event) override {
         QSplitterHandle::focusOutEvent(event);
-        showFocus();
+        update();
     }
 
  private:
-    /// The toolkit has given it a mask that only the hairline shows through.
-    void showFocus() {
-        const QRect line = contentsRect();
-        setMask(hasFocus() ? line.adjusted(-1, 0, 1, 0) : line);
-        update();
-    }
+    /// What shows of it with the focus: the hairline, and a pixel to either side.
+    [[nodiscard]] QRect bar() const { return contentsRect().adjusted(-1, 0, 1, 0); }
 };
 
 /// Takes the drag as a copy, whatever else it could be: the originals stay where they are.
