@@ -10,28 +10,13 @@
 #include <utility>
 #include <vector>
 
+#include "Platform/PDF/Copying/Role.h"
 #include "Platform/PDF/Copying/Sharing/StandIns.h"
 #include "Platform/PDF/Reading/ObjectReader.h"
 #include "Platform/PDF/Reading/SparseArray.h"
 #include "Platform/PDF/Writing/DocumentWriter.h"
 
 namespace quirebind {
-
-/// What an object is for, which says how it is rewritten when it is copied. It is known from how
-/// the object was reached, not from its /Type, which files leave out or get wrong.
-enum class Role : std::uint8_t {
-    plain,                ///< Copied as it is, with its references mapped.
-    annotation,           ///< An annotation, a form field, or an array of them.
-    action,               ///< An action, or an array of them.
-    additionalActions,    ///< A dictionary of actions by what triggers them.
-    navigationNode,       ///< A step in the presentation of a page.
-    fieldNames,           ///< A form field or the name of one, or an array of these.
-    script,               ///< A script, a string or a stream.
-    layer,                ///< An optional content group.
-    structureElement,     ///< A structure element, or something else that is below one.
-    structureAttributes,  ///< Attributes of structure elements, or an array of them.
-};
-inline constexpr std::size_t kRoles = 10;
 
 /// For the objects of one source, the numbers of their copies; and the queue of those that have a
 /// number but no copy yet. One flat entry for each object number of the source.

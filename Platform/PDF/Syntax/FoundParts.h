@@ -10,15 +10,9 @@
 #include <string_view>
 #include <vector>
 
+#include "Platform/PDF/Syntax/Reference.h"
+
 namespace quirebind {
-
-/// Names an indirect object of a source (ISO 32000-2, 7.3.10).
-struct Reference {
-    std::uint32_t number = 0;
-    std::uint32_t generation = 0;
-
-    friend bool operator==(const Reference&, const Reference&) = default;
-};
 
 /// An indirect reference and where it stands in the text that was scanned.
 struct FoundReference {
