@@ -12,6 +12,7 @@
 #include "Platform/PDF/Guards/Limits.h"
 #include "Platform/PDF/Links/Destinations.h"
 #include "Platform/PDF/Reading/PageGeometry.h"
+#include "Platform/PDF/Syntax/RealNumber.h"
 
 namespace quirebind {
 

@@ -5,14 +5,13 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <cmath>
 #include <cstdint>
 #include <optional>
 #include <utility>
 
 #include "Platform/PDF/Guards/DamagedDocument.h"
 #include "Platform/PDF/Reading/SourceDocument.h"
+#include "Platform/PDF/Syntax/RealNumber.h"
 
 namespace quirebind {
 namespace {
@@ -79,16 +78,6 @@ PageGeometry::Point PageGeometry::shown(double x, double y) const {
         default:
             return {x - left, top - y};
     }
-}
-
-std::optional<double> realNumber(std::string_view text) {
-    const bool negative = text.starts_with('-');
-    while (text.starts_with('-') || text.starts_with('+')) text.remove_prefix(1);
-    double value = 0;
-    const auto [end, error] =
-        std::from_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed);
-    if (error != std::errc() || !std::isfinite(value)) return std::nullopt;
-    return negative ? -value : value;
 }
 
 std::optional<std::array<double, 4>> rectangle(ObjectReader& reader, Value value) {

@@ -6,7 +6,6 @@
 #include <array>
 #include <cstddef>
 #include <optional>
-#include <string_view>
 
 #include "Platform/PDF/Reading/ObjectReader.h"
 #include "Platform/PDF/Reading/PageSize.h"
@@ -38,9 +37,6 @@ struct PageGeometry {
 
 /// The geometry of page `index`. Never throws for what a page says of itself.
 [[nodiscard]] PageGeometry pageGeometry(SourceDocument& document, std::size_t index);
-
-/// A real number (7.3.3), in whatever spelling that real files give it.
-[[nodiscard]] std::optional<double> realNumber(std::string_view text);
 
 /// A rectangle (7.9.5), of which any two opposite corners are given: left, bottom, right and top.
 /// Nothing where it is empty or no rectangle.
