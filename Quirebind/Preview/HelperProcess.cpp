@@ -15,6 +15,7 @@
 #include <unistd.h>
 
 #include "Platform/Files/FileSystem.h"
+#include "Quirebind/RenderProtocol/SocketFlags.h"
 
 extern "C" char** environ;  // NOLINT(readability-redundant-declaration): macOS declares it nowhere
 
@@ -40,11 +41,11 @@ class SpawnActions {
     void duplicate(int from, int to) { posix_spawn_file_actions_adddup2(&actions_, from, to); }
     /// Closes all files from that number on, whoever has opened them. Where there is no call for
     /// it, those that were opened carefully are closed anyway.
-    void closeFrom(int number) {
-#if defined(__GLIBC__) && __GLIBC_PREREQ(2, 34)
+    void closeFrom([[maybe_unused]] int number) {
+#if defined(__GLIBC_PREREQ)  // no other C library knows this macro, not even to compare it
+#if __GLIBC_PREREQ(2, 34)
         posix_spawn_file_actions_addclosefrom_np(&actions_, number);
-#else
-        static_cast<void>(number);
+#endif
 #endif
     }
     [[nodiscard]] const posix_spawn_file_actions_t* get() const { return &actions_; }
@@ -74,6 +75,8 @@ std::optional<HelperProcess> HelperProcess::start(const std::string& path, int s
     if (::fcntl(ours.number(), F_SETFL, O_NONBLOCK) != 0) return std::nullopt;
     ::setsockopt(ours.number(), SOL_SOCKET, SO_RCVBUF, &kSocketBuffer, sizeof kSocketBuffer);
     ::setsockopt(theirs.number(), SOL_SOCKET, SO_SNDBUF, &kSocketBuffer, sizeof kSocketBuffer);
+    render::raiseNoSignal(ours.number());
+    render::raiseNoSignal(theirs.number());
 
     SpawnActions actions;
     actions.open(STDIN_FILENO, "/dev/null", O_RDONLY);
@@ -138,7 +141,7 @@ bool HelperProcess::send(std::span<const std::byte> bytes, int file) const {
     }
     ssize_t sent = 0;
     do {
-        sent = ::sendmsg(socket_.number(), &message, MSG_NOSIGNAL);
+        sent = ::sendmsg(socket_.number(), &message, render::kNoSignal);
     } while (sent < 0 && errno == EINTR);
     return sent >= 0 && static_cast<std::size_t>(sent) == bytes.size();
 }

@@ -29,9 +29,11 @@ namespace {
 constexpr rlim_t kMostMemory = rlim_t{2} << 30U;  // of addresses; libraries take 0.3 GB of it
 constexpr rlim_t kMostFiles = 64;
 
-void limit(int resource, rlim_t most) {
+/// `resource` has a type of its own in some C libraries.
+template <typename Resource>
+void limit(Resource resource, rlim_t most) {
     const rlimit limits{most, most};
-    ::setrlimit(static_cast<__rlimit_resource_t>(resource), &limits);
+    ::setrlimit(resource, &limits);
 }
 
 #ifdef __linux__

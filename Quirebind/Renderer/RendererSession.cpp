@@ -25,6 +25,7 @@
 #include "Platform/PDF/Forms/FieldStamps.h"
 #include "Platform/PDF/PDFDocument.h"
 #include "Platform/PDF/Reading/SourceDocument.h"
+#include "Quirebind/RenderProtocol/SocketFlags.h"
 #include "Quirebind/Renderer/UpdatedFile.h"
 
 namespace quirebind {
@@ -108,13 +109,14 @@ std::optional<render::Request> RendererSession::receive() {
     message.msg_controllen = control.size();
     ssize_t received = 0;
     do {
-        received = ::recvmsg(socket_, &message, MSG_WAITALL | MSG_CMSG_CLOEXEC);
+        received = ::recvmsg(socket_, &message, MSG_WAITALL);
     } while (received < 0 && errno == EINTR);
     if (received != ssize_t{sizeof request} || request.magic != render::kMagic) return std::nullopt;
     const cmsghdr* header = CMSG_FIRSTHDR(&message);
     if (header != nullptr && header->cmsg_type == SCM_RIGHTS) {
         int number = -1;
         std::memcpy(&number, CMSG_DATA(header), sizeof number);
+        // Nothing inherits it: this process starts no other.
         passed_ = FileDescriptor(FileSystem::native(), number);
     }
     return request;
@@ -124,7 +126,7 @@ bool RendererSession::reply(const render::Answer& answer,
                             std::span<const std::byte> content) const {
     const auto send = [this](std::span<const std::byte> bytes) {
         while (!bytes.empty()) {
-            const ssize_t sent = ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+            const ssize_t sent = ::send(socket_, bytes.data(), bytes.size(), render::kNoSignal);
             if (sent < 0 && errno == EINTR) continue;
             if (sent <= 0) return false;
             bytes = bytes.subspan(static_cast<std::size_t>(sent));
