@@ -3,6 +3,7 @@
 
 """What the documents say of files in the tree is so."""
 
+import json
 import re
 import unittest
 from pathlib import Path
@@ -55,6 +56,16 @@ class Documents(unittest.TestCase):
         for name in told:
             with self.subTest(name):
                 self.assertLessEqual(set(re.findall(r"\w+", name)), there)
+
+    def test_presets_that_run_tests_build_them(self) -> None:
+        """Even where the program alone was built in the same folder before."""
+        presets = json.loads((SOURCE / "CMakePresets.json").read_text())
+        tested = {preset["configurePreset"] for preset in presets["testPresets"]}
+        self.assertIn("release", tested)
+        for preset in presets["configurePresets"]:
+            if preset["name"] in tested:
+                with self.subTest(preset["name"]):
+                    self.assertEqual(preset["cacheVariables"].get("QUIREBIND_TESTS"), "ON")
 
     def test_every_package_that_is_installed_has_a_reason(self) -> None:
         script = (SOURCE / "Tools" / "install-packages").read_text()
