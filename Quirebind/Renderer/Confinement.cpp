@@ -41,10 +41,11 @@ void limit(Resource resource, rlim_t most) {
 // The system's own interfaces take arguments of any number.
 // NOLINTBEGIN(cppcoreguidelines-pro-type-vararg)
 
-/// Reading below these folders stays allowed: fonts lie there, and what libraries load late.
+/// What stays readable: the programs, libraries and fonts that are installed, for what is loaded
+/// late, and how they are found. Nothing of a user's lies there.
 constexpr std::array kReadable{
-    "/usr",       "/lib",      "/lib64",      "/etc", "/var/cache/fontconfig",
-    "/proc/self", "/dev/null", "/dev/urandom"};
+    "/usr",      "/lib",        "/lib64", "/etc/ld.so.cache", "/etc/fonts", "/var/cache/fontconfig",
+    "/dev/null", "/dev/urandom"};
 
 class Ruleset {
  public:
