@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "Platform/PDF/Filters/Filter.h"
+#include "Platform/PDF/Guards/Limits.h"
 
 // Predictor functions (ISO 32000-2, 7.4.4.4). A row has columns * colors samples, packed from the
 // high-order bit down, and is filled up to whole bytes.
@@ -30,10 +31,6 @@ constexpr int kNoPredictor = 1;
 constexpr int kTIFFPredictor = 2;
 constexpr int kFirstPNGPredictor = 10;
 constexpr int kLastPNGPredictor = 15;
-
-// Far beyond what any writer uses, and small enough for a row's bits to be counted in 64 bits.
-constexpr int kMaximumColors = 32;
-constexpr int kMaximumColumns = 1 << 24;
 
 // RFC 2083, 6: the tag bytes.
 constexpr unsigned kPNGNone = 0;
@@ -55,8 +52,9 @@ struct Layout {
 std::optional<Layout> layoutOf(const PredictorParameters& parameters) {
     const int bits = parameters.bitsPerComponent;
     if (bits != 1 && bits != 2 && bits != 4 && bits != 8 && bits != 16) return std::nullopt;
-    if (parameters.colors < 1 || parameters.colors > kMaximumColors) return std::nullopt;
-    if (parameters.columns < 1 || parameters.columns > kMaximumColumns) return std::nullopt;
+    if (parameters.colors < 1 || parameters.colors > limits::kPredictorColours) return std::nullopt;
+    if (parameters.columns < 1 || parameters.columns > limits::kPredictorColumns)
+        return std::nullopt;
 
     const auto bitsPerSample = static_cast<std::uint64_t>(bits);
     const auto colors = static_cast<std::uint64_t>(parameters.colors);

@@ -59,6 +59,10 @@ inline constexpr std::size_t kOutputIntentText = std::size_t{64} << 10U;
 /// objects of a file do not overlap, so that once for each byte is what real files need.
 inline constexpr Allowance kCopied{.fixed = std::uint64_t{1} << 20U, .perByte = 4};
 
+/// Names and dictionaries that may lead to a destination: a name may stand for a dictionary with
+/// the destination under /D, and files have names for names.
+inline constexpr int kDestinationSteps = 8;
+
 /// The longest name or number that a destination says about its view. Real ones have some 10 bytes.
 inline constexpr std::size_t kViewElement = 32;
 
@@ -195,6 +199,18 @@ inline constexpr std::size_t kObjectStreamMembers = std::size_t{1} << 20U;
 /// Filters on one stream.
 inline constexpr std::size_t kFilters = 16;
 
+/// What a predictor is told of its rows. Writers use four colours and some ten thousand columns;
+/// the bits of a row of this size are still counted in 64 bits.
+inline constexpr int kPredictorColours = 32;
+inline constexpr int kPredictorColumns = 1 << 24;
+
+/// The longest beginning of an object ("12 0 obj", and white space in it) that is sure to be
+/// recognised where a file is looked through for it.
+inline constexpr std::size_t kObjectHeader = 64;
+
+/// White space before "endstream". An end of line is all that there should be.
+inline constexpr std::size_t kGapBeforeEndstream = 16;
+
 /// Junk before "%PDF-" that readers agree to skip (ISO 32000-2, 7.5.2, note).
 inline constexpr std::size_t kJunkBeforeHeader = 1024;
 
@@ -218,6 +234,13 @@ inline constexpr std::size_t kScannedObjects = std::size_t{1} << 24U;
 
 /// The longest object that such a scan recognises, without the body of a stream.
 inline constexpr std::size_t kScannedValue = std::size_t{16} << 20U;
+
+/// The longest trailer that such a scan steps over at once. Of a longer one, what looks like an
+/// object counts as one.
+inline constexpr std::size_t kScannedTrailer = std::size_t{64} << 10U;
+
+/// How many definitions of a number that such a scan found are tried as the length of a stream.
+inline constexpr std::ptrdiff_t kScannedLengths = 4;
 
 /// What a source keeps in memory of a large file that is read from front to back: more would not
 /// fit into the caches of a processor.

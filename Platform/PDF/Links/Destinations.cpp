@@ -14,9 +14,6 @@
 namespace quirebind {
 namespace {
 
-/// A name may stand for a dictionary with a destination under /D, and files have names for names.
-constexpr int kLongestWay = 8;
-
 /// The kind of view and its four numbers at most.
 constexpr int kViewElements = 5;
 
@@ -32,7 +29,7 @@ bool isViewElement(Value value) {
 
 std::optional<Value> explicitDestination(Value value, ObjectReader& reader,
                                          NamedDestinations& names, WorkBudget& room) {
-    for (int i = 0; i < kLongestWay; ++i) {
+    for (int i = 0; i < limits::kDestinationSteps; ++i) {
         value = reader.resolveIfSound(value);
         room.spend(value.text().size());
         if (value.isArray()) return value;

@@ -85,8 +85,8 @@ bool ObjectReader::isListed(Reference reference) {
 
 /// What the object at `offset` says it is.
 std::optional<Reference> ObjectReader::readId(std::uint64_t offset) {
-    constexpr std::size_t kLongestHeader = 64;
-    const std::string_view text = image_.view(offset, kLongestHeader).substr(0, kLongestHeader);
+    const std::string_view text =
+        image_.view(offset, limits::kObjectHeader).substr(0, limits::kObjectHeader);
     syntax_.spend(text.size());
     std::size_t at = 0;
     return parseObjectHeader(text, at);

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "Platform/PDF/Guards/DamagedDocument.h"
+#include "Platform/PDF/Guards/Limits.h"
 #include "Platform/PDF/Syntax/Characters.h"
 #include "Platform/PDF/Syntax/IndirectObject.h"
 
@@ -96,8 +97,7 @@ std::uint64_t searchLength(ByteSource& bytes, std::uint64_t begin, WorkBudget& b
 
 /// What stands at `offset`, behind white space: enough of it to tell what it is.
 std::string_view behindGap(ByteSource& bytes, std::uint64_t offset) {
-    /// White space that may stand before endstream (we accept more than an end of line).
-    constexpr std::size_t kGap = 16;
+    constexpr std::size_t kGap = limits::kGapBeforeEndstream;
     const std::string_view text = bytes.view(offset, kGap + kHeader).substr(0, kGap + kHeader);
     std::size_t at = 0;
     while (at < text.size() && at < kGap && isWhite(text[at])) ++at;

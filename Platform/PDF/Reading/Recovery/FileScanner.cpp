@@ -23,9 +23,6 @@ constexpr std::string_view kTable = "xref";
 constexpr std::string_view kStart = "startxref";
 constexpr std::string_view kObject = "obj";
 
-/// No mark is longer.
-constexpr std::size_t kLongestMark = 64;
-
 /// Something in the text between objects.
 struct Mark {
     enum class Kind : std::uint8_t { none, object, trailer, table, start, header, comment };
@@ -123,7 +120,7 @@ void FileScanner::readGap() {
     const Mark mark = findMark(text);
     if (mark.kind == Mark::Kind::none) {
         const bool isLast = at_ + text.size() >= window_.size();
-        at_ += isLast ? text.size() : text.size() - kLongestMark;
+        at_ += isLast ? text.size() : text.size() - limits::kObjectHeader;
         budget_.spend(text.size());
         if (text.back() == '\0') at_ = std::max(at_, window_.nextStored(at_));
         return;
@@ -169,10 +166,9 @@ void FileScanner::readComment(std::string_view text) {
 }
 
 void FileScanner::readTrailer() {
-    constexpr std::size_t kLook = std::size_t{64} << 10U;
     at_ += kTrailer.size();
     result_.trailers.push_back(at_);
-    const std::string_view text = window_.view(at_, kLook);
+    const std::string_view text = window_.view(at_, limits::kScannedTrailer);
     const Extent extent = scanValue(text, 0);
     budget_.spend(extent.looked);
     if (extent.isValue() && extent.in(text).starts_with("<<")) at_ += extent.end;
@@ -191,7 +187,7 @@ void FileScanner::readObject(Reference id) {
         if (parsed->isStream) skipBody(parsed->value);
     } else {
         std::size_t header = 0;
-        const std::string_view text = window_.view(at_, kLongestMark);
+        const std::string_view text = window_.view(at_, limits::kObjectHeader);
         (void)parseObjectHeader(text, header);  // there is one
         at_ += std::max<std::size_t>(header, 1);
     }
@@ -211,7 +207,7 @@ std::optional<IndirectObject> FileScanner::parseObject(std::uint64_t offset) {
         if (!parseObjectHeader(text, at)) return std::nullopt;
         const Extent extent = scanValue(text, at);
         budget_.spend(extent.looked);
-        const bool needsMore = extent.looked + kLongestMark >= text.size();
+        const bool needsMore = extent.looked + limits::kObjectHeader >= text.size();
         if (!needsMore || isWhole || length >= limits::kScannedValue) return std::nullopt;
     }
 }
@@ -240,9 +236,8 @@ void FileScanner::skipBody(Value dictionary) {
 /// Where the body ends by its /Length; its end so far where that says nothing.
 std::uint64_t FileScanner::declaredEnd(const OpenBody& body) {
     // The last definition counts, unless it is one of those in the body.
-    constexpr std::ptrdiff_t kDefinitions = 4;
     const auto found = std::ranges::equal_range(integers_, body.length, {}, &Integer::number);
-    for (auto i = found.end(); i != found.begin() && found.end() - i < kDefinitions;) {
+    for (auto i = found.end(); i != found.begin() && found.end() - i < limits::kScannedLengths;) {
         const std::int64_t length = (--i)->value;
         if (length < 0 || static_cast<std::uint64_t>(length) > window_.size() - body.begin)
             continue;
