@@ -15,7 +15,8 @@
 ///
 /// Both operations are stateless and may be called from any thread, also at the same time. They
 /// raise PDFMerger::Failure for their own refusals; `merge` raises std::system_error, with the file
-/// system's own error, when the result cannot be written. Nothing else leaves them.
+/// system's own error, when the result cannot be written. Nothing else leaves them. Running out of
+/// memory is `invalid` while a source is opened or copied, and `empty` before and after that.
 namespace quirebind::PDFMerger {
 
 /// Why the engine refuses. A plain value.
