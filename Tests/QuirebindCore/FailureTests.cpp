@@ -3,6 +3,8 @@
 
 // What users read when the engine refuses, byte for byte.
 
+#include <array>
+#include <exception>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -12,22 +14,31 @@
 namespace quirebind::PDFMerger {
 namespace {
 
-TEST(Failure, saysWhichSourceCannotBeRead) {
-    EXPECT_EQ(Failure::invalid("a.pdf").errorDescription(), "Could not read every page of a.pdf.");
-}
+struct Refusal {
+    Failure failure;
+    Failure::Kind kind;
+    std::string name;
+    std::string sentence;
+};
 
-TEST(Failure, saysWhichSourceIsLocked) {
-    EXPECT_EQ(Failure::locked("a.pdf").errorDescription(),
-              "a.pdf is locked. Unlock it in Preview before adding it.");
-}
-
-TEST(Failure, saysThatThereAreNoPages) {
-    EXPECT_EQ(Failure::empty().errorDescription(), "Add PDFs containing at least one page.");
-}
-
-TEST(Failure, saysThatAnotherDestinationIsNeeded) {
-    EXPECT_EQ(Failure::sourceOverwrite().errorDescription(),
-              "Choose a different output file to preserve your original PDFs.");
+TEST(Failure, tellsItsKindItsSourceAndWhatToSay) {
+    using enum Failure::Kind;
+    const std::array refusals{
+        Refusal{Failure::invalid("a.pdf"), invalid, "a.pdf", "Could not read every page of a.pdf."},
+        Refusal{Failure::locked("b c.pdf"), locked, "b c.pdf",
+                "b c.pdf is locked. Unlock it in Preview before adding it."},
+        Refusal{Failure::empty(), empty, "", "Add PDFs containing at least one page."},
+        Refusal{Failure::sourceOverwrite(), sourceOverwrite, "",
+                "Choose a different output file to preserve your original PDFs."},
+    };
+    for (const Refusal& refusal : refusals) {
+        EXPECT_EQ(refusal.failure.kind(), refusal.kind) << refusal.sentence;
+        EXPECT_EQ(refusal.failure.name(), refusal.name);
+        EXPECT_EQ(refusal.failure.errorDescription(), refusal.sentence);
+        // To whoever catches any exception it says the same.
+        const std::exception& any = refusal.failure;
+        EXPECT_EQ(any.what(), refusal.sentence);
+    }
 }
 
 TEST(Failure, takesNamesAsTheyAre) {
@@ -44,25 +55,6 @@ TEST(Failure, takesNamesAsTheyAre) {
               " two\nlines is locked. Unlock it in Preview before adding it.");
     EXPECT_EQ(Failure::locked("").errorDescription(),
               " is locked. Unlock it in Preview before adding it.");
-}
-
-TEST(Failure, tellsItsKindAndName) {
-    EXPECT_EQ(Failure::invalid("a").kind(), Failure::Kind::invalid);
-    EXPECT_EQ(Failure::locked("a").kind(), Failure::Kind::locked);
-    EXPECT_EQ(Failure::empty().kind(), Failure::Kind::empty);
-    EXPECT_EQ(Failure::sourceOverwrite().kind(), Failure::Kind::sourceOverwrite);
-    EXPECT_EQ(Failure::invalid("a").name(), "a");
-    EXPECT_EQ(Failure::locked("b c").name(), "b c");
-    EXPECT_EQ(Failure::empty().name(), "");
-    EXPECT_EQ(Failure::sourceOverwrite().name(), "");
-}
-
-TEST(Failure, saysTheSameToWhoeverCatchesAnyException) {
-    try {
-        throw Failure::locked("a.pdf");
-    } catch (const std::exception& error) {
-        EXPECT_STREQ(error.what(), "a.pdf is locked. Unlock it in Preview before adding it.");
-    }
 }
 
 }  // namespace
