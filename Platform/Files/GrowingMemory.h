@@ -32,18 +32,21 @@ struct UnmapPages {
 
 /// A block of memory that grows without its bytes being copied again and again. Move-only.
 ///
-/// A small one is the allocator's, and is copied once when it becomes large. A large one is a
-/// mapping of its own, which gets its memory 256 KB at a time, and a large page at a time once it
-/// has some megabytes and the system gives these soon. Addresses for all that it may ever become
-/// are set aside at once; where there are not so many, its pages are moved when it grows. Where the
-/// system cannot do that the allocator has to do what it can.
+/// A small block comes from the allocator. It is copied once, when it becomes large.
 ///
-/// Pages of a large one can be borrowed from a file, which takes neither memory nor time to copy:
+/// A large block is a mapping of its own. A terabyte of addresses is set aside for it at once, so
+/// that it can grow in its place. Where a process may not have so many addresses, the system moves
+/// the pages when the block grows. Where it cannot move pages either, the allocator is asked for
+/// all of it. Memory is taken 256 KB at a time. From some megabytes on it is taken one large page
+/// at a time, as long as the system gives these soon.
+///
+/// Pages of a large block can be borrowed from a file. That costs neither memory nor copying:
 ///
 ///     | own | borrowed | own | borrowed |  own, more to come  |  addresses only  ...
 ///
-/// They say what the file says, even when somebody writes to it meanwhile; looking at them once the
-/// file has been shortened raises a signal. `read` does not, nor does write(2), which fails.
+/// Borrowed pages have the content of the file, also when somebody writes to it later. Once the
+/// file has been shortened, looking at them raises a signal. `read` raises none and returns false,
+/// and write(2) fails.
 class GrowingMemory {
  public:
     GrowingMemory() = default;

@@ -130,7 +130,7 @@ std::optional<ByteBuffer> PDFDocument::dataRepresentation() && {
     if (!state_->output) return std::nullopt;
     try {
         return std::exchange(state_->output, nullptr)->finish();
-    } catch (const DamagedDocument&) {  // more objects than there are numbers
+    } catch (const DamagedDocument&) {  // it needs more object numbers than there are
         return std::nullopt;
     }
 }

@@ -22,8 +22,8 @@ enum class Tint : std::uint8_t {
 /// Resources/symbols.
 [[nodiscard]] QIcon symbol(const QString& name, Tint tint);
 
-/// Shows a symbol at the size of a text style's font (or of `points` times the user's font), for
-/// the eye only: assistive technology is told what stands beside it.
+/// Shows a symbol as high as the user's font, or some times as high. It is for the eye only:
+/// assistive technology is told what stands beside it.
 class SymbolView : public QWidget {
  public:
     /// `scale`: the symbol's height in heights of the user's font.

@@ -38,7 +38,7 @@ class LayerImport : public DocumentPart, public ObjectRewriter {
     void readRadioGroups(Value configuration);
     void readUsages(Value configuration);
 
-    /// Calls `visit` with each reference in the array under `key`.
+    /// Calls `visit` with each reference in `array`.
     template <typename Visit>
     void forEachReference(Value array, Visit visit);
 

@@ -15,8 +15,9 @@
 namespace quirebind {
 namespace {
 
-/// The entries of a dictionary with their values resolved, sorted by nothing: programs write the
-/// same profile in the same way. Throws DamagedDocument for values that are made of others.
+/// The entries of a dictionary with their values resolved, in the order of the file. They are not
+/// sorted before they are compared: a program writes the same profile in the same order each time.
+/// Throws DamagedDocument where a value refers to an object.
 std::string simpleEntries(ObjectReader& reader, Value dictionary, std::string_view leftOut) {
     std::string entries;
     DictionaryReader found(dictionary);

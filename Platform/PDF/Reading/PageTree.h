@@ -51,17 +51,25 @@ class PageTree {
     };
 
     /// Walks the whole tree below `root`, the value under /Pages of the catalog
-    /// (ISO 32000-2, 7.7.3). A kid that is null is no page; one that is listed twice counts twice;
-    /// nodes and pages may stand in their parents directly. What has content, or says that it is a
-    /// page, and has no kid is one, even if it has an empty /Kids or says that it is a node. /Count
-    /// is not asked where there is no damage: files lie about it.
+    /// (ISO 32000-2, 7.7.3). Nodes and pages may stand in their parents directly. A kid that is
+    /// null is no page. A kid that is listed twice counts twice. A kid without kids of its own is a
+    /// page if it has content or says that it is a page, even if it also has an empty /Kids or says
+    /// that it is a node. /Count is not asked where there is no damage: files lie about it.
     ///
-    /// A tree is damaged where a kid is no dictionary or leads back to a node above it, where a
-    /// node with a /Count has no /Kids, where there is no page but a /Count, and where the root is
-    /// below another node. Damage is bypassed by doing without those kids, and by going up to the
-    /// root; then a tree without pages, less pages than a /Count above them says, and a lost kid of
-    /// nodes without /Count are damage still. So is, always, listing the same nodes again and again
-    /// to make more pages than a file of that size can hold. Throws DamagedDocument.
+    /// A tree is damaged where
+    /// - a kid is no dictionary, or leads back to a node above it;
+    /// - a node has a /Count but no /Kids;
+    /// - there is a /Count but no page;
+    /// - the root is below another node.
+    ///
+    /// Damage is bypassed by doing without those kids, and by going up to the root. Then it still
+    /// is damage where
+    /// - there is no page;
+    /// - there are fewer pages than a /Count above them says;
+    /// - a kid is lost and no node above it has a /Count.
+    ///
+    /// Listing the same nodes again and again, to make more pages than a file of that size can
+    /// hold, is damage in both cases. Throws DamagedDocument.
     [[nodiscard]] static PageTree read(ObjectReader& reader, Value root, Damage damage);
 
  private:

@@ -63,7 +63,7 @@ class ElementCopies {
 
  private:
     static constexpr std::uint32_t kWaits = 0xffffffff;
-    static constexpr std::uint32_t kOther = 0xfffffffe;  // no element, to judge by what it says
+    static constexpr std::uint32_t kOther = 0xfffffffe;  // says of itself that it is no element
 
     void noteWaiting();
     [[nodiscard]] bool isElement(Reference reference);
