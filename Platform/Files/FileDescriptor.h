@@ -21,6 +21,7 @@ class FileDescriptor {
     FileDescriptor(const FileDescriptor&) = delete;
     FileDescriptor& operator=(const FileDescriptor&) = delete;
 
+    /// The file changes hands; `other` has none then.
     FileDescriptor(FileDescriptor&& other) noexcept
         : files_(other.files_), number_(std::exchange(other.number_, -1)) {}
 

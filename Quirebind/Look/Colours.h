@@ -15,6 +15,7 @@ namespace quirebind {
 /// The palette's role for secondary text.
 inline constexpr QPalette::ColorRole kSecondaryText = QPalette::PlaceholderText;
 
+/// Whether text of that palette is lighter than what it stands on.
 [[nodiscard]] bool isDark(const QPalette& palette);
 /// Whether the user has asked for as much contrast as there can be.
 [[nodiscard]] bool hasHighContrast(const QPalette& palette);

@@ -41,12 +41,16 @@ class PageColumn {
     /// Fits the pages into a pane of that width.
     void setWidth(double width);
 
+    /// How many pages there are.
     [[nodiscard]] std::size_t count() const { return sizes_.size(); }
+    /// The size of the whole column, margins included, in pixels that do not depend on the screen.
     [[nodiscard]] double height() const;
     [[nodiscard]] double width() const { return width_; }
     /// Pixels per point.
     [[nodiscard]] double scale() const { return scale_; }
 
+    /// Where page `page`, which counts from 0, is in the column, and how large, in the same
+    /// pixels.
     [[nodiscard]] double pageTop(std::size_t page) const;
     [[nodiscard]] double pageLeft(std::size_t page) const;
     [[nodiscard]] double pageWidth(std::size_t page) const;

@@ -41,8 +41,10 @@ class TextSelection {
     void reset(std::size_t pageCount);
     /// Nothing is selected any more.
     void clear();
+    /// Begins a selection at `position` that grows by whole `unit`s; `extend` moves its other end.
     void begin(const Position& position, Unit unit = Unit::character);
     void extend(const Position& position);
+    /// Selects the text of all pages.
     void selectAll();
     [[nodiscard]] bool isEmpty() const;
 

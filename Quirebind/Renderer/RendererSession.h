@@ -23,6 +23,7 @@ class RendererSession {
     /// `socket` is blocking and stays the caller's.
     explicit RendererSession(int socket) : socket_(socket) {}
 
+    /// Answers requests until the other end closes the socket or says what makes no sense.
     void run();
 
  private:

@@ -59,6 +59,7 @@ class ContentView {
     [[nodiscard]] const std::optional<std::string>& error() const { return error_.get(); }
     /// The file that the last merge wrote, while the list is still the one that was merged.
     [[nodiscard]] const std::optional<URL>& output() const { return output_.get(); }
+    /// Whether a merge is under way.
     [[nodiscard]] bool merging() const { return merging_.get(); }
     /// Whether a drag hovers over the drop area.
     [[nodiscard]] bool targeted() const { return targeted_.get(); }
@@ -75,6 +76,7 @@ class ContentView {
 
     /// What the list view writes when the user selects a row or none.
     void setSelection(std::optional<UUID> id);
+    /// Takes note that the user has read what went wrong.
     void dismissError();
 
     // Adding.

@@ -42,6 +42,7 @@ class Desktop {
     /// Shows the panel until the user closes it. The chosen files in the panel's order; nothing
     /// where the user cancelled.
     [[nodiscard]] virtual std::optional<std::vector<URL>> runModal(const OpenPanel& panel) = 0;
+    /// Shows the panel until the user answers; nothing where they cancel.
     [[nodiscard]] virtual std::optional<URL> runModal(const SavePanel& panel) = 0;
 
     /// Shows the files in the file manager, selected.

@@ -39,6 +39,8 @@ class ObjectCopier {
           texts_(limits::kCopied, reader.image().storedBytes()),
           parts_(parts) {}
 
+    /// What it reads from, writes to, and numbers the copies by. They outlive this, but the last,
+    /// which is its own.
     [[nodiscard]] ObjectReader& reader() { return reader_; }
     [[nodiscard]] DocumentWriter& writer() { return writer_; }
     [[nodiscard]] ReferenceMap& map() { return map_; }
@@ -49,6 +51,7 @@ class ObjectCopier {
     void setRewriter(Role role, ObjectRewriter& rewriter) {
         rewriters_.at(static_cast<std::size_t>(role)) = &rewriter;
     }
+    /// Whether setRewriter was called for the role.
     [[nodiscard]] bool hasRewriter(Role role) const { return rewriterOf(role) != nullptr; }
 
     /// What to do about an object that cannot be read, or refers to one that the file has lost.

@@ -29,6 +29,7 @@ class ReferenceMap {
         Role role = Role::plain;
     };
 
+    /// Both must outlive this.
     ReferenceMap(ObjectReader& reader, DocumentWriter& writer)
         : reader_(reader), writer_(writer), outputs_(reader.table().flatLimit()) {}
 
@@ -49,6 +50,7 @@ class ReferenceMap {
     /// numbered one after another leave the short numbers to what all of them refer to.
     [[nodiscard]] std::uint32_t pageNumber(std::size_t index);
 
+    /// Whether pageNumber was called for page `index`, which counts from 0.
     [[nodiscard]] bool isPageNumbered(std::size_t index) const {
         return index < pages_.size() && pages_[index] != 0;
     }
@@ -56,6 +58,7 @@ class ReferenceMap {
     /// Lets references to `source` become null.
     void assignNull(std::uint32_t source) { outputs_.at(source) = kNull; }
 
+    /// Whether it is settled what references to `source` become: an object, a page or null.
     [[nodiscard]] bool isAssigned(std::uint32_t source) const { return outputs_.get(source) != 0; }
 
     /// The number that references to `source` become, where there is one yet. Nothing is queued.

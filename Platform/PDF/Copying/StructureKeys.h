@@ -15,6 +15,7 @@ namespace quirebind {
 /// Gives out the keys of the output's parent tree (ISO 32000-2, 14.7.5.4), from 0 on.
 class StructureKeyCounter {
  public:
+    /// A key that was not given out before.
     [[nodiscard]] std::uint32_t next() { return next_++; }
     /// How many there are.
     [[nodiscard]] std::uint32_t count() const { return next_; }

@@ -38,6 +38,7 @@ class AESDecryption {
  public:
     static constexpr std::size_t kBlock = AES_BLOCK_SIZE;
 
+    /// `key` has 16 or 32 bytes.
     explicit AESDecryption(std::string_view key);
 
     /// Decrypts `data`, a whole number of blocks, in place. `initial` has one block.

@@ -38,6 +38,7 @@ class CryptFilters {
     /// one for them that it does not define.
     CryptFilters(Value dictionary, int version, const Resolve& resolve);
 
+    /// How strings, streams, and the streams that are embedded files are encrypted.
     [[nodiscard]] CryptMethod strings() const { return strings_; }
     [[nodiscard]] CryptMethod streams() const { return streams_; }
     [[nodiscard]] CryptMethod embeddedFiles() const { return embeddedFiles_; }

@@ -21,6 +21,8 @@ namespace quirebind {
 /// /Contents of signatures; and what is in object streams, which are encrypted as a whole.
 class Decryptor {
  public:
+    /// `fileKey` is the key of the document; `encryptsMetadata` says whether metadata streams are
+    /// encrypted, too.
     Decryptor(std::string fileKey, CryptFilters filters, bool encryptsMetadata);
 
     /// The text of an object, or of a stream's dictionary, with its strings in clear. Nothing where

@@ -27,6 +27,7 @@ struct Decoded {
 /// (ISO 32000-2, 7.4). Each takes the whole encoded data and gives at most `limit` bytes; memory is
 /// taken as data is produced, never because a number in the file asks for it. Pure functions.
 [[nodiscard]] Decoded decodeFlate(std::string_view encoded, std::size_t limit);
+/// `earlyChange`: whether codes become longer one code early (7.4.4.3, table 8).
 [[nodiscard]] Decoded decodeLZW(std::string_view encoded, bool earlyChange, std::size_t limit);
 [[nodiscard]] Decoded decodeASCIIHex(std::string_view encoded, std::size_t limit);
 [[nodiscard]] Decoded decodeASCII85(std::string_view encoded, std::size_t limit);

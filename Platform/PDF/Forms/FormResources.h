@@ -40,11 +40,14 @@ class FormResources {
     /// By what digests are made that can be compared.
     [[nodiscard]] KeyedHash& hash() { return hash_; }
 
+    /// What the resource is called in the output: its own name, unless that is taken by another
+    /// one. Where the same resource of that name is there already, it is called as that one is.
     [[nodiscard]] Claim claim(const Resource& resource);
 
     /// Adds a resource that is new: its category, its new name, and its value in the output.
     void add(const std::string& category, std::string_view spelling, std::string_view value);
 
+    /// Whether there is no resource to write.
     [[nodiscard]] bool empty() const { return texts_.empty(); }
     /// Appends the resource dictionary.
     void write(ByteBuffer& out) const;

@@ -28,9 +28,11 @@ struct FormFields {
 /// the import of a source begins; fields and resources are added when it ends.
 class FormWriter {
  public:
+    /// The names of root fields, and the resources, that all sources have claimed so far.
     [[nodiscard]] RootNames& names() { return names_; }
     [[nodiscard]] FormResources& resources() { return resources_; }
 
+    /// Adds the fields of a source, behind those of the sources before.
     void add(const FormFields& fields);
 
     /// Writes the form; gives its number, nothing where there is nothing in it.

@@ -15,7 +15,9 @@ namespace quirebind {
 /// stands in the way is met once.
 class UniqueNames {
  public:
+    /// Whether the name is in use.
     [[nodiscard]] bool contains(const std::string& name) const { return names_.contains(name); }
+    /// From now on the name is in use.
     void insert(std::string name) { names_.insert(std::move(name)); }
 
     /// What makes of `name`, when it is appended, a name that is neither in use nor one of

@@ -15,6 +15,7 @@ namespace quirebind {
 /// pointers say.
 class WorkBudget {
  public:
+    /// So many bytes may be looked at.
     explicit WorkBudget(std::uint64_t bytes) : left_(bytes) {}
 
     /// What `allowance` makes of a file of which so many bytes are stored.
@@ -30,6 +31,7 @@ class WorkBudget {
         left_ -= bytes;
     }
 
+    /// The bytes that may still be looked at.
     [[nodiscard]] std::uint64_t left() const { return left_; }
 
  private:

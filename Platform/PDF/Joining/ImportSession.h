@@ -41,9 +41,13 @@ class ImportSession : public SourceObserver {
     /// Both must live as long as the session is open.
     ImportSession(SourceDocument& source, OutputParts& output);
 
+    /// The serial number of the source, by which sessions are told apart.
     [[nodiscard]] std::uint64_t serial() const { return serial_; }
+    /// Whether pages can still be inserted.
     [[nodiscard]] bool isOpen() const { return open_; }
+    /// Whether page `index`, which counts from 0, was inserted.
     [[nodiscard]] bool hasInserted(std::size_t index) const { return inserted_[index]; }
+    /// Whether any page was.
     [[nodiscard]] bool hasInsertedAny() const { return toInsert_ != inserted_.size(); }
 
     /// Copies page `index` and everything it needs, below the page-tree node `parent`; gives the

@@ -15,8 +15,10 @@ namespace quirebind {
 /// One whose page is never inserted stays a free object: references to it mean null.
 class PageCopies {
  public:
+    /// `map`, which must outlive this, is that of a source with `count` pages.
     PageCopies(ReferenceMap& map, std::size_t count) : map_(map), count_(count) {}
 
+    /// How many pages the source has.
     [[nodiscard]] std::size_t count() const { return count_; }
 
     /// The copy of page `index`, counting from 0.

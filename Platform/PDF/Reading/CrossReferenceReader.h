@@ -45,14 +45,17 @@ struct CrossReference {
 /// Throws DamagedDocument where a section is not as it should be. Used for one file, once.
 class CrossReferenceReader {
  public:
+    /// `image` must outlive this.
     explicit CrossReferenceReader(SourceImage& image);
 
+    /// Reads all sections, beginning with the one that startxref names.
     [[nodiscard]] CrossReference read();
 
     /// Reads the one section at `offset` into the table, and nothing that it points to but its
     /// /XRefStm; gives its trailer dictionary. For files of which only some sections can be read;
     /// of a section that is broken the table then has what came before the break.
     std::string readSection(std::uint64_t offset);
+    /// What has been read so far.
     [[nodiscard]] const ObjectTable& table() const { return result_.table; }
 
  private:

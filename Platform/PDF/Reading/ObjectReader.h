@@ -38,9 +38,12 @@ struct SourceObject {
 /// Every function throws DamagedDocument where the source is damaged. Used by one thread.
 class ObjectReader {
  public:
+    /// `table` says where in `image` the objects are.
     ObjectReader(SourceImage image, ObjectTable table);
 
+    /// The bytes of the file.
     [[nodiscard]] SourceImage& image() { return image_; }
+    /// The table that the document is read by.
     [[nodiscard]] const ObjectTable& table() const { return table_; }
 
     /// From now on the document is read by this table.

@@ -29,6 +29,7 @@ class ObjectTable {
     /// `fileSize` bounds how much a table may ask for: there cannot be more objects than bytes.
     explicit ObjectTable(std::uint64_t fileSize);
 
+    /// Where the object is; `unlisted` where no section says.
     [[nodiscard]] ObjectLocation find(std::uint32_t number) const { return entries_.get(number); }
 
     /// Lists the object unless a newer section did. Throws DamagedDocument beyond the limits.

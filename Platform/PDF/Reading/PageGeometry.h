@@ -25,6 +25,7 @@ struct PageGeometry {
     double top = PageSize().height;
     int quarterTurns = 0;  ///< Clockwise, from 0 to 3.
 
+    /// Width and height in points, as the page is shown.
     [[nodiscard]] PageSize size() const;
 
     /// Where a point of the page's user space is shown, counted from the upper left corner.

@@ -36,6 +36,7 @@ class PageTree {
         Inheritance inherited{};
     };
 
+    /// The pages in the order of the document, and the nodes that they are in.
     [[nodiscard]] const std::vector<Page>& pages() const { return pages_; }
     [[nodiscard]] const std::vector<Node>& nodes() const { return nodes_; }
     /// The inheritable attributes written at nodes, as text.

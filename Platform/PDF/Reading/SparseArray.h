@@ -24,6 +24,7 @@ class SparseArray {
     /// `flatLimit`: the numbers for which a place is worth its memory.
     explicit SparseArray(std::size_t flatLimit) : flatLimit_(wholePages(flatLimit)) {}
 
+    /// The element; T() where nothing was written there.
     [[nodiscard]] T get(std::uint32_t index) const {
         if (const std::size_t page = index / kPage; page < places_.size())
             return places_[page] == kNowhere ? T() : elements_[places_[page] + index % kPage];

@@ -38,6 +38,7 @@ class ElementSelection {
     /// source is exhausted.
     void run(Value root);
 
+    /// What becomes of an element that `run` has met.
     [[nodiscard]] Verdict of(const ElementPlace& place) const;
 
  private:

@@ -27,6 +27,7 @@ struct Marking {
 /// Joins what the sources say: the output is marked, or in one language, where all of them are.
 class MarkingWriter {
  public:
+    /// What the next source says.
     void add(const Marking& marking);
 
     /// Appends the entries of the catalog.

@@ -21,7 +21,9 @@ namespace quirebind {
 ///     key of an annotation     element
 class ParentTreeWriter {
  public:
+    /// Whether nothing was added.
     [[nodiscard]] bool isEmpty() const { return texts_.empty(); }
+    /// Whether there is something under `key`.
     [[nodiscard]] bool has(std::uint32_t key) const {
         return key < entries_.size() && entries_[key].size != 0;
     }

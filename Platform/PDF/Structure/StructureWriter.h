@@ -48,6 +48,7 @@ class StructureWriter {
     void addLexicon(std::uint32_t number) { lexicons_.push_back(number); }
     void addAssociatedFile(std::uint32_t number) { associatedFiles_.push_back(number); }
 
+    /// What the sources share: identifiers, types, classes, and the parent tree.
     [[nodiscard]] ElementIDs& ids() { return ids_; }
     [[nodiscard]] SharedNames& types() { return types_; }      ///< Defined by other types.
     [[nodiscard]] SharedNames& classes() { return classes_; }  ///< Defined by attributes.

@@ -24,6 +24,7 @@ constexpr std::array<CharacterClass, 256> makeCharacterClasses() {
 inline constexpr auto kCharacterClasses = makeCharacterClasses();
 }  // namespace detail
 
+/// Which class a byte is of, and whether it is of that one.
 constexpr CharacterClass characterClass(char c) {
     return detail::kCharacterClasses[static_cast<unsigned char>(c)];
 }

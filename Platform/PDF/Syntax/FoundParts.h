@@ -58,11 +58,13 @@ class FoundParts {
         : remembered_(memory == Memory::none ? 0 : kShapes),
           readsReferences_(memory != Memory::shapesOfEntries) {}
 
+    /// What was found in the value that was scanned last; valid until the next scan.
     [[nodiscard]] const Found& found() const { return shapes_[current_].found; }
     [[nodiscard]] const std::vector<FoundReference>& references() const {
         return found().references;
     }
     [[nodiscard]] const std::vector<FoundEntry>& entries() const { return found().entries; }
+    /// Whether every key of the dictionaries was a name.
     [[nodiscard]] bool wellFormed() const { return found().wellFormed; }
 
     /// Dictionaries of which this says the same have the same keys and values of the same kinds,

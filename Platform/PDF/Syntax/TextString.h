@@ -18,6 +18,7 @@ enum class TextEncoding : std::uint8_t {
     utf16LittleEndian,
 };
 
+/// Which encoding the first bytes of a text string tell.
 [[nodiscard]] TextEncoding textEncoding(std::string_view bytes);
 
 /// The text that the bytes of a text string stand for, as UTF-8. Every string has one: a byte that

@@ -21,11 +21,15 @@ namespace quirebind {
 class Value {
  public:
     Value() = default;
+    /// `text` is that of one value and must live as long as this.
     explicit Value(std::string_view text) : text_(text) {}
 
+    /// The text itself; empty where the value is absent.
     [[nodiscard]] std::string_view text() const { return text_; }
     /// Absent, or the keyword null; the two mean the same (7.3.9).
     [[nodiscard]] bool isNull() const { return text_.empty() || text_ == "null"; }
+    /// What the first characters tell: a dictionary, which may be that of a stream; an array; a
+    /// name.
     [[nodiscard]] bool isDictionary() const { return text_.starts_with("<<"); }
     [[nodiscard]] bool isArray() const { return text_.starts_with('['); }
     [[nodiscard]] bool isName() const { return text_.starts_with('/'); }
@@ -80,15 +84,18 @@ struct DictionaryEntry {
 /// should stand; `wellFormed` then says no.
 class DictionaryReader {
  public:
+    /// Of anything but a dictionary there is nothing to read.
     explicit DictionaryReader(Value dictionary);
     /// Of a dictionary that was scanned: `parts` are what was found, and must live as long as this.
     /// Nothing is read again.
     DictionaryReader(Value dictionary, const FoundParts& parts)
         : text_(dictionary.text()), found_(&parts.found()) {}
 
+    /// The next entry, in the order of the text; nothing at the end.
     [[nodiscard]] std::optional<DictionaryEntry> next() {
         return found_ != nullptr ? nextFound() : nextRead();
     }
+    /// Whether all keys so far were names.
     [[nodiscard]] bool wellFormed() const { return wellFormed_; }
 
  private:
@@ -125,7 +132,9 @@ inline void takeLast(Value& taken, Value value) {
 /// Reads an array element by element.
 class ArrayReader {
  public:
+    /// Of anything but an array there is nothing to read.
     explicit ArrayReader(Value array);
+    /// The next element; nothing at the end.
     [[nodiscard]] std::optional<Value> next();
 
  private:

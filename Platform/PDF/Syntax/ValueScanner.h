@@ -18,7 +18,9 @@ struct Extent {
     std::size_t end = 0;     ///< npos where the text is no value or ends inside it.
     std::size_t looked = 0;  ///< How far the text was read to know that.
 
+    /// Whether there is a whole value.
     [[nodiscard]] bool isValue() const { return end != std::string_view::npos; }
+    /// The value, in the text that was scanned.
     [[nodiscard]] std::string_view in(std::string_view text) const {
         return text.substr(begin, end - begin);
     }

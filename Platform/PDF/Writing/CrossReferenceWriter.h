@@ -17,15 +17,18 @@ namespace quirebind {
 class OutputLocation {
  public:
     OutputLocation() = default;
+    /// An object that begins at `offset`, in bytes from the start of the output.
     [[nodiscard]] static OutputLocation inFile(std::uint64_t offset) {
         return OutputLocation(offset);
     }
+    /// The object at `index`, counting from 0, in the object stream of that number.
     [[nodiscard]] static OutputLocation inStream(std::uint32_t stream, std::uint32_t index) {
         return OutputLocation(kPacked | std::uint64_t{stream} << kIndexBits | index);
     }
 
     /// Reserved but never written.
     [[nodiscard]] bool isFree() const { return bits_ == 0; }
+    /// Whether it is in an object stream.
     [[nodiscard]] bool isPacked() const { return (bits_ & kPacked) != 0; }
     /// The offset in the file or the number of the object stream.
     [[nodiscard]] std::uint64_t position() const {

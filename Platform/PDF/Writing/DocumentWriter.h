@@ -32,6 +32,7 @@ namespace quirebind {
 /// references to it mean null. Used by one thread; std::bad_alloc when memory runs out.
 class DocumentWriter {
  public:
+    /// Begins a document with its header.
     DocumentWriter();
 
     /// A number for an object to be written later. Throws DamagedDocument when there are no more.
@@ -40,6 +41,7 @@ class DocumentWriter {
     /// Begins object `number`, to be packed into an object stream or not; its value is to be
     /// appended to what is returned, before `endObject`.
     [[nodiscard]] ByteBuffer& beginObject(std::uint32_t number, bool packed);
+    /// The value of the object that was begun is complete.
     void endObject();
 
     /// A source of `bytes` is copied, or part of it.
@@ -63,6 +65,7 @@ class DocumentWriter {
     [[nodiscard]] bool alignBody(std::uint64_t position, std::size_t length);
     /// Where the body, of `length` bytes, is to be put before `endStream`.
     [[nodiscard]] std::span<char> streamBody(std::size_t length);
+    /// The body of the stream that was begun is complete.
     void endStream();
 
     /// Whether any object was packed: then the file has object streams already.

@@ -15,6 +15,7 @@ namespace quirebind {
 /// which reads what this writes) and writes it when asked.
 class ObjectPacker {
  public:
+    /// Whether there is nothing to write.
     [[nodiscard]] bool empty() const { return members_.empty(); }
     /// Whether the stream is large enough to be written. Larger ones compress better, but a reader
     /// that wants one object has to decode all of them.
@@ -23,6 +24,7 @@ class ObjectPacker {
     /// Adds object `number`; its value is to be appended to `values` before the next call. Gives
     /// the object's index in the stream.
     std::uint32_t add(std::uint32_t number);
+    /// Where the value of the object that was added last goes.
     [[nodiscard]] ByteBuffer& values() { return values_; }
 
     /// Appends the object stream, dictionary to endstream, and starts afresh.

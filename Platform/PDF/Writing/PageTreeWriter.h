@@ -17,8 +17,10 @@ namespace quirebind {
 /// before its pages are written, since each of them names it; the nodes are written at the end.
 class PageTreeWriter {
  public:
+    /// `writer` must outlive this.
     explicit PageTreeWriter(DocumentWriter& writer) : writer_(writer) {}
 
+    /// The pages that were appended so far.
     [[nodiscard]] std::size_t pageCount() const { return pageCount_; }
 
     /// So many further pages are to be appended: reserves the numbers of the leaves for them, so

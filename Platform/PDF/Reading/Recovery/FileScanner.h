@@ -57,8 +57,10 @@ struct FileScan {
 /// size allows. Used for one file, once.
 class FileScanner {
  public:
+    /// `image` must outlive this.
     explicit FileScanner(SourceImage& image);
 
+    /// Scans the whole file; may be called once. Throws DamagedDocument beyond the limits.
     [[nodiscard]] FileScan scan();
 
  private:
