@@ -45,18 +45,6 @@ class SparseArray {
         return elements_[places_[page] + index % kPage];
     }
 
-    /// Calls `visit(index, element)` for every element that was written, and for those of
-    /// its page that were not.
-    template <typename Visit>
-    void forEach(Visit visit) const {
-        for (std::size_t page = 0; page < places_.size(); ++page) {
-            if (places_[page] == kNowhere) continue;
-            for (std::size_t i = 0; i < kPage; ++i)
-                visit(static_cast<std::uint32_t>(page * kPage + i), elements_[places_[page] + i]);
-        }
-        for (const auto& [index, element] : wild_) visit(index, element);
-    }
-
     /// Forgets all elements but keeps the memory, for the next user with another limit.
     void reset(std::size_t flatLimit) {
         flatLimit_ = wholePages(flatLimit);

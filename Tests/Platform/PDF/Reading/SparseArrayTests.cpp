@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <map>
 
 #include <gtest/gtest.h>
 
@@ -45,18 +44,6 @@ TEST(SparseArray, keepsWhatIsFarApart) {
         EXPECT_EQ(array.get(index - 1), 0U);
         EXPECT_EQ(array.get(index + 1), 0U);
     }
-}
-
-TEST(SparseArray, visitsEverythingThatWasWritten) {
-    SparseArray<int> array(100);
-    array.at(3) = 30;
-    array.at(99) = 35;
-    array.at(1000) = 40;
-    std::map<std::uint32_t, int> seen;
-    array.forEach([&](std::uint32_t index, int element) {
-        if (element != 0) seen[index] = element;
-    });
-    EXPECT_EQ(seen, (std::map<std::uint32_t, int>{{3, 30}, {99, 35}, {1000, 40}}));
 }
 
 TEST(SparseArray, forgetsEverythingWhenReset) {
