@@ -7,6 +7,7 @@
 #include <map>
 #include <utility>
 
+#include "Platform/PDF/Guards/DamagedDocument.h"
 #include "Platform/PDF/Guards/Limits.h"
 #include "Platform/PDF/Syntax/PDFString.h"
 #include "Platform/PDF/Syntax/ReferenceText.h"
@@ -58,7 +59,8 @@ void FormImport::readResources() {
     ResourceDigests digests(reader, writer_.resources().hash());
     WorkBudget room(limits::kFormResources);
     const Value resources = reader.resolve(entry("DR"));
-    WorkBudget(limits::kFormResources).spend(resources.text().size());
+    if (resources.text().size() > limits::kFormResources)
+        throw DamagedDocument("a form with too many resources");
     for (const NamedEntry& category : namedEntries(resources)) {
         if (room.left() == 0) break;
         // What is no dictionary is the list of procedure sets, which nobody needs any more.
