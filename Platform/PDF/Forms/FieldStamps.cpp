@@ -14,6 +14,7 @@
 #include "Platform/PDF/Guards/DamagedDocument.h"
 #include "Platform/PDF/Guards/Limits.h"
 #include "Platform/PDF/Guards/WorkBudget.h"
+#include "Platform/PDF/Syntax/Characters.h"
 
 namespace quirebind {
 namespace {
@@ -46,9 +47,7 @@ class FieldStamps {
     };
 
     void addFieldsOf(const PageTree::Page& page) {
-        const Value dictionary = page.direct == PageTree::kNone
-                                     ? reader_.read(page.object).value
-                                     : Value(document_.pageTree().directPages()[page.direct]);
+        const Value dictionary = document_.pageTree().dictionaryOf(page, reader_);
         ArrayReader annotations(reader_.resolve(dictionary.find("Annots")));
         while (const auto element = annotations.next()) {
             const auto reference = element->reference();
@@ -85,8 +84,8 @@ class FieldStamps {
     [[nodiscard]] std::uint64_t position() { return reader_.image().size() + update_.size(); }
 
     void writeSection() {
-        const std::uint64_t newest = document_.sectionOffset().value_or(0);
-        const bool isTable = reader_.image().view(newest, kTable.size()).starts_with(kTable);
+        std::uint64_t newest = document_.sectionOffset().value_or(0);
+        const bool isTable = beginsTable(newest);
         const auto size = Value(document_.trailer()).find("Size").integer().value_or(0);
         std::uint64_t count =
             std::max<std::uint64_t>(static_cast<std::uint64_t>(std::max<std::int64_t>(size, 0)),
@@ -104,6 +103,16 @@ class FieldStamps {
             writeStream(trailerEntries(count, newest));
         }
         update_ += "startxref\n" + std::to_string(start) + "\n%%EOF\n";
+    }
+
+    /// Whether a table begins at `offset`, which is moved over white space before it.
+    [[nodiscard]] bool beginsTable(std::uint64_t& offset) {
+        constexpr std::size_t kLook = 1024;
+        const std::string_view text = reader_.image().view(offset, kLook);
+        const std::size_t keyword = skipWhite(text, 0);
+        if (!text.substr(keyword).starts_with(kTable)) return false;
+        offset += keyword;
+        return true;
     }
 
     [[nodiscard]] std::string trailerEntries(std::uint64_t count, std::uint64_t previous) const {

@@ -53,10 +53,9 @@ bool PageRewriter::isRepeated(std::size_t index) const {
 }
 
 SourceObject PageRewriter::read(const PageTree::Page& page) {
-    if (page.direct == PageTree::kNone)
-        return copier_.reader().read(page.object, &entries_.parts());
+    if (!page.isDirect()) return copier_.reader().read(page.object, &entries_.parts());
     SourceObject object;
-    object.value = Value(tree_.directPages()[page.direct]);
+    object.value = tree_.directPage(page);
     (void)scanValue(object.value.text(), 0, &entries_.parts());  // its extent is known already
     return object;
 }

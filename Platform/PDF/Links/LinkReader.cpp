@@ -22,9 +22,7 @@ std::vector<PageLink> LinkReader::linksOn(std::size_t index) {
     std::vector<PageLink> links;
     try {
         const PageTree::Page& page = document_.pageTree().pages()[index];
-        const Value dictionary = page.direct == PageTree::kNone
-                                     ? reader.read(page.object).value
-                                     : Value(document_.pageTree().directPages()[page.direct]);
+        const Value dictionary = document_.pageTree().dictionaryOf(page, reader);
         WorkBudget room(limits::kDestinations, reader.image().storedBytes());
         ArrayReader annotations(reader.resolve(dictionary.find("Annots")));
         while (const auto element = annotations.next()) {

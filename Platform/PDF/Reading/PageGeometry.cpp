@@ -33,9 +33,7 @@ Value attribute(const PageTree& tree, const PageTree::Page& page, Value dictiona
 PageGeometry geometryOf(SourceDocument& document, const PageTree::Page& page) {
     ObjectReader& reader = document.reader();
     const PageTree& tree = document.pageTree();
-    const Value dictionary = page.direct == PageTree::kNone
-                                 ? reader.read(page.object).value
-                                 : Value(tree.directPages()[page.direct]);
+    const Value dictionary = tree.dictionaryOf(page, reader);
     const auto of = [&](std::size_t which) {
         return attribute(tree, page, dictionary, reader, which);
     };

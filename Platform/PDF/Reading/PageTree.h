@@ -29,7 +29,9 @@ class PageTree {
     struct Page {
         std::uint32_t object = 0;      ///< 0 for a page that is no object of its own.
         std::uint32_t node = 0;        ///< An index into the nodes.
-        std::uint32_t direct = kNone;  ///< An index into the direct pages.
+        std::uint32_t direct = kNone;  ///< An index into those that are no objects.
+
+        [[nodiscard]] bool isDirect() const { return direct != kNone; }
     };
     struct Node {
         std::uint32_t object = 0;  ///< 0 for a node that is no object of its own.
@@ -42,8 +44,15 @@ class PageTree {
     /// The inheritable attributes written at nodes, as text.
     [[nodiscard]] const std::vector<std::string>& values() const { return values_; }
 
-    /// The dictionaries of pages that are no objects of their own, as text.
-    [[nodiscard]] const std::vector<std::string>& directPages() const { return directPages_; }
+    /// The dictionary of a page that is no object of its own.
+    [[nodiscard]] Value directPage(const Page& page) const {
+        return Value(directPages_[page.direct]);
+    }
+    /// The dictionary of a page, valid until `reader`, which is that of its source, is trimmed.
+    /// Throws DamagedDocument.
+    [[nodiscard]] Value dictionaryOf(const Page& page, ObjectReader& reader) const {
+        return page.isDirect() ? directPage(page) : reader.read(page.object).value;
+    }
 
     /// What to do about damage in a tree.
     enum class Damage : std::uint8_t {
@@ -79,7 +88,7 @@ class PageTree {
     std::vector<Page> pages_;
     std::vector<Node> nodes_;
     std::vector<std::string> values_;
-    std::vector<std::string> directPages_;
+    std::vector<std::string> directPages_;  // dictionaries
 };
 
 }  // namespace quirebind

@@ -38,8 +38,7 @@ ElementPages::Keys ElementPages::readKeys() {
     const std::vector<PageTree::Page>& pages = tree_.pages();
     for (std::size_t i = 0; i < pages.size(); ++i) {
         attempt(reader_, [&] {
-            const Value page = pages[i].object == 0 ? Value(tree_.directPages()[pages[i].direct])
-                                                    : reader_.read(pages[i].object).value;
+            const Value page = tree_.dictionaryOf(pages[i], reader_);
             if (const auto key = reader_.resolve(page.find("StructParents")).integer())
                 keys.try_emplace(*key, i);
         });
