@@ -10,17 +10,6 @@
 
 namespace quirebind {
 
-namespace {
-
-std::optional<unsigned> hexDigit(char c) {
-    if (c >= '0' && c <= '9') return static_cast<unsigned>(c - '0');
-    if (c >= 'A' && c <= 'F') return static_cast<unsigned>(c - 'A' + 10);
-    if (c >= 'a' && c <= 'f') return static_cast<unsigned>(c - 'a' + 10);
-    return std::nullopt;
-}
-
-}  // namespace
-
 // ISO 32000-2, 7.4.2. Real files leave out the `>`: the end of the data serves as well.
 Decoded decodeASCIIHex(std::string_view encoded, std::size_t limit) {
     Decoded result;
@@ -35,16 +24,17 @@ Decoded decodeASCIIHex(std::string_view encoded, std::size_t limit) {
     for (const char c : encoded) {
         if (isWhite(c)) continue;
         if (c == '>') break;
-        const std::optional<unsigned> digit = hexDigit(c);
-        if (!digit) {
+        const int value = hexValue(c);
+        if (value < 0) {
             result.status = DecodeStatus::damaged;
             return result;
         }
+        const auto digit = static_cast<unsigned>(value);
         if (!high) {
             high = digit;
             continue;
         }
-        if (!put((*high << 4U) | *digit)) return {.bytes = {}, .status = DecodeStatus::tooLarge};
+        if (!put((*high << 4U) | digit)) return {.bytes = {}, .status = DecodeStatus::tooLarge};
         high.reset();
     }
     // A last digit without its partner stands for itself and a zero.

@@ -4,16 +4,9 @@
 #include "Platform/PDF/Structure/ParentTreeImport.h"
 
 #include "Platform/PDF/Reading/TreeReader.h"
+#include "Platform/PDF/Syntax/ReferenceText.h"
 
 namespace quirebind {
-namespace {
-
-std::string textOfReference(std::uint32_t number, std::uint32_t generation = 0) {
-    return std::to_string(number) + " " + std::to_string(generation) + " R";
-}
-
-}  // namespace
-
 void ParentTreeImport::run(Value parentTree) {
     ObjectReader& reader = copier_.reader();
     visitTree(reader, parentTree, "Nums", [&](Value key, Value value) {
@@ -32,17 +25,17 @@ void ParentTreeImport::add(std::uint32_t key, Value value) {
 
 /// An array that is an object stays one, and is shared where it was.
 std::string ParentTreeImport::referenceTo(Reference reference) {
-    if (const auto element = elements_.find(reference)) return textOfReference(*element);
+    if (const auto element = elements_.find(reference)) return referenceText(*element);
     const auto [known, isNew] = arrays_.try_emplace(reference.number);
     if (!isNew) return known->second;
-    const std::string array = elementsIn(copier_.reader().resolveIfSound(
-        Value(textOfReference(reference.number, reference.generation))));
+    const std::string array =
+        elementsIn(copier_.reader().resolveIfSound(Value(referenceText(reference))));
     if (array.empty()) return {};
     DocumentWriter& writer = copier_.writer();
     const std::uint32_t number = writer.reserve();
     writer.beginObject(number, writer.packs()).append(array);
     writer.endObject();
-    known->second = textOfReference(number);
+    known->second = referenceText(number);
     return known->second;
 }
 
@@ -54,7 +47,7 @@ std::string ParentTreeImport::elementsIn(Value array) {
     while (const auto element = elements.next()) {
         const auto reference = element->reference();
         const auto copy = reference ? elements_.find(*reference) : std::nullopt;
-        text += copy ? textOfReference(*copy) + " " : "null ";
+        text += copy ? referenceText(*copy) + " " : "null ";
         isEmpty = isEmpty && !copy;
     }
     if (isEmpty) return {};

@@ -6,7 +6,11 @@
 namespace quirebind {
 
 std::string referenceText(std::uint32_t number) {
-    return std::to_string(number) + " 0 R";
+    return referenceText(Reference{.number = number});
+}
+
+std::string referenceText(Reference reference) {
+    return std::to_string(reference.number) + " " + std::to_string(reference.generation) + " R";
 }
 
 void appendReference(std::uint32_t number, ByteBuffer& out) {

@@ -10,12 +10,14 @@
 #include <string_view>
 
 #include "Platform/Files/ByteBuffer.h"
+#include "Platform/PDF/Syntax/FoundParts.h"
 
 namespace quirebind {
 
-/// A reference to the output's object of this number (ISO 32000-2, 7.3.10). What comes next has to
-/// begin with a delimiter or white space.
+/// A reference to an object, where there is only a number to one of the output (ISO
+/// 32000-2, 7.3.10). What comes next has to begin with a delimiter or white space.
 [[nodiscard]] std::string referenceText(std::uint32_t number);
+[[nodiscard]] std::string referenceText(Reference reference);
 void appendReference(std::uint32_t number, ByteBuffer& out);
 
 /// Appends the references, the elements of an array.

@@ -11,15 +11,12 @@
 #include "Platform/PDF/Guards/Limits.h"
 #include "Platform/PDF/Reading/CrossReferenceReader.h"
 #include "Platform/PDF/Reading/Recovery/TableRebuild.h"
+#include "Platform/PDF/Syntax/ReferenceText.h"
 
 namespace quirebind {
 namespace {
 
 using Kind = ScannedObject::Kind;
-
-std::string textOf(Reference reference) {
-    return std::to_string(reference.number) + ' ' + std::to_string(reference.generation) + " R";
-}
 
 Kind kindOf(Value value) {
     const Value type = value.find("Type");
@@ -151,7 +148,7 @@ bool RootSearch::visitMembers(std::uint32_t stream, const Visit& visit) {
 std::optional<std::string> RootSearch::madeForCatalog() {
     std::optional<std::string> made;
     visitObjects([&](Reference reference, Kind kind) {
-        const std::string text = textOf(reference);
+        const std::string text = referenceText(reference);
         if (kind == Kind::catalog && isCatalog(Value(text))) made = "<</Root " + text + ">>";
         return !made;
     });
@@ -164,7 +161,7 @@ std::optional<std::string> RootSearch::madeForPageTree() {
         if (kind != Kind::pageTreeNode) return true;
         const Value node = reader_.read(reference.number).value;
         if (node.find("Parent").isNull() && !node.find("Kids").isNull())
-            made = "<</Root<</Type/Catalog/Pages " + textOf(reference) + ">>>>";
+            made = "<</Root<</Type/Catalog/Pages " + referenceText(reference) + ">>>>";
         return !made;
     });
     return made;
@@ -184,7 +181,7 @@ std::optional<std::string> RootSearch::madeForPages() {
     std::set<std::uint32_t> listed;
     const auto list = [&](std::uint32_t number) {
         if (!pages.contains(number) || !listed.insert(number).second) return;
-        kids += textOf({number, reader_.table().find(number).detail}) + ' ';
+        kids += referenceText({number, reader_.table().find(number).detail}) + ' ';
     };
     for (const ScannedObject& object : scan_.objects) list(object.number);
     for (const std::uint32_t number : pages) list(number);  // those in object streams
