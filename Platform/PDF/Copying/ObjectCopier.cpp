@@ -194,7 +194,7 @@ void ObjectCopier::copyEncryptedStream(const SourceObject& object, std::uint64_t
     EntryRewriter entries(object.value, text, out);
     while (const auto* const entry = entries.next()) {
         const bool isReplaced = entry->key.isName("Length") ||
-                                (filters.cryptFilter() && StreamFilters::isFilterEntry(entry->key));
+                                (filters.cryptFilter() && filters.isFilterEntry(entry->key));
         if (isReplaced)
             entries.drop();
         else

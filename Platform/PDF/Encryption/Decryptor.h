@@ -7,7 +7,7 @@
 #include <string>
 
 #include "Platform/PDF/Encryption/CryptFilters.h"
-#include "Platform/PDF/Encryption/StreamFilters.h"
+#include "Platform/PDF/Filters/StreamFilters.h"
 #include "Platform/PDF/Guards/WorkBudget.h"
 #include "Platform/PDF/Syntax/Value.h"
 

@@ -14,7 +14,7 @@
 namespace quirebind {
 namespace {
 
-enum class Filter : std::uint8_t { flate, lzw, asciiHex, ascii85, runLength, crypt, unknown };
+enum class Filter : std::uint8_t { flate, lzw, asciiHex, ascii85, runLength, unknown };
 
 /// The names of ISO 32000-2, table 6, and the abbreviations of inline images (table 92), which real
 /// files use here too.
@@ -23,7 +23,7 @@ Filter filterNamed(Value value) {
         std::string_view name;
         Filter filter;
     };
-    static constexpr std::array<Name, 11> kNames{{{"FlateDecode", Filter::flate},
+    static constexpr std::array<Name, 10> kNames{{{"FlateDecode", Filter::flate},
                                                   {"Fl", Filter::flate},
                                                   {"LZWDecode", Filter::lzw},
                                                   {"LZW", Filter::lzw},
@@ -32,26 +32,10 @@ Filter filterNamed(Value value) {
                                                   {"ASCII85Decode", Filter::ascii85},
                                                   {"A85", Filter::ascii85},
                                                   {"RunLengthDecode", Filter::runLength},
-                                                  {"RL", Filter::runLength},
-                                                  {"Crypt", Filter::crypt}}};
+                                                  {"RL", Filter::runLength}}};
     for (const Name& candidate : kNames)
         if (value.isName(candidate.name)) return candidate.filter;
     return Filter::unknown;
-}
-
-/// The elements of `value`, or `value` itself where it is no array.
-std::vector<Value> elements(Value value, const Resolve& resolve) {
-    std::vector<Value> result;
-    if (!value.isArray()) {
-        if (!value.isNull()) result.push_back(value);
-        return result;
-    }
-    ArrayReader reader(value);
-    while (const auto element = reader.next()) {
-        if (result.size() == limits::kFilters + 1) break;
-        result.push_back(resolve(*element));
-    }
-    return result;
 }
 
 int intUnder(Value dictionary, std::string_view key, int fallback, const Resolve& resolve) {
@@ -84,9 +68,6 @@ Decoded decodeOnce(Filter filter, Value parameters, std::string_view encoded, st
             return decodeASCII85(encoded, limit);
         case Filter::runLength:
             return decodeRunLength(encoded, limit);
-        case Filter::crypt:  // what is encrypted has been decrypted before
-            if (encoded.size() > limit) return {{}, DecodeStatus::tooLarge};
-            return {std::string(encoded)};
         case Filter::unknown:
             break;
     }
@@ -97,8 +78,8 @@ Decoded decodeOnce(Filter filter, Value parameters, std::string_view encoded, st
 
 Decoded decodeStream(Value dictionary, std::string_view body, const Resolve& resolve,
                      WorkBudget& budget) {
-    const auto filters = elements(resolve(dictionary.find("Filter")), resolve);
-    const auto parameters = elements(resolve(dictionary.find("DecodeParms")), resolve);
+    const StreamFilters all(dictionary, resolve);
+    const auto& filters = all.others();  // what is encrypted has been decrypted before
     if (filters.size() > limits::kFilters) return {{}, DecodeStatus::damaged};
 
     Decoded result;
@@ -113,18 +94,20 @@ Decoded decodeStream(Value dictionary, std::string_view body, const Resolve& res
         limits::kDecodedFrom.fixed + limits::kDecodedFrom.perByte * body.size());
     bool damaged = false;
     for (std::size_t i = 0; i < filters.size(); ++i) {
-        const Filter filter = filterNamed(filters[i]);
-        const Value own = i < parameters.size() ? parameters[i] : Value();
+        const Filter filter = filterNamed(resolve(filters[i].name));
+        const Value parameters = resolve(filters[i].parameters);
         const std::string encoded = std::move(result.bytes);
         const auto limit = static_cast<std::size_t>(std::min(most, budget.left()));
-        result = decodeOnce(filter, own, i == 0 ? body : std::string_view(encoded), limit, resolve);
+        result = decodeOnce(filter, parameters, i == 0 ? body : std::string_view(encoded), limit,
+                            resolve);
         // A stage that went too far did the work up to there.
         const bool tooLarge = result.status == DecodeStatus::tooLarge;
         budget.spend(tooLarge ? limit : result.bytes.size());
         if (tooLarge) return result;
         damaged = damaged || result.status == DecodeStatus::damaged;
         if (filter == Filter::flate || filter == Filter::lzw) {
-            result = undoPredictor(std::move(result.bytes), predictorParameters(own, resolve));
+            result =
+                undoPredictor(std::move(result.bytes), predictorParameters(parameters, resolve));
             damaged = damaged || result.status == DecodeStatus::damaged;
         }
     }

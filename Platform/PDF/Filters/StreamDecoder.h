@@ -3,17 +3,14 @@
 
 #pragma once
 
-#include <functional>
 #include <string_view>
 
 #include "Platform/PDF/Filters/Filter.h"
+#include "Platform/PDF/Filters/StreamFilters.h"
 #include "Platform/PDF/Guards/WorkBudget.h"
 #include "Platform/PDF/Syntax/Value.h"
 
 namespace quirebind {
-
-/// Follows a value that may be an indirect reference to the value itself.
-using Resolve = std::function<Value(Value)>;
 
 /// Decodes the body of a stream through the chain of filters that its dictionary names, with their
 /// predictors (ISO 32000-2, 7.3.8.2 and 7.4). A crypt filter does nothing: `body` is in clear.

@@ -13,7 +13,6 @@
 #include <utility>
 #include <vector>
 
-#include "Platform/PDF/Encryption/StreamFilters.h"
 #include "Platform/PDF/Guards/Limits.h"
 #include "Platform/PDF/Syntax/Characters.h"
 #include "Platform/PDF/Syntax/PDFString.h"

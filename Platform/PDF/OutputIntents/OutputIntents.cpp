@@ -7,7 +7,7 @@
 #include <span>
 #include <utility>
 
-#include "Platform/PDF/Encryption/StreamFilters.h"
+#include "Platform/PDF/Filters/StreamFilters.h"
 #include "Platform/PDF/Guards/DamagedDocument.h"
 #include "Platform/PDF/Guards/Limits.h"
 #include "Platform/PDF/Syntax/ReferenceText.h"

@@ -52,6 +52,12 @@ std::vector<Kind> encodedKinds() {
     kinds.emplace_back("throughLZWWithoutEarlyChange", packed("filter=/LZWDecode early=0"));
     kinds.emplace_back("throughFlateWithPredictor",
                        packed("filter=/FlateDecode predictor=15 columns=7"));
+    // The abbreviations are meant for inline images (ISO 32000-2, table 91).
+    kinds.emplace_back("throughAnAbbreviatedEntry",
+                       packed("filter=/FlateDecode without=/Filter", "/F /FlateDecode"));
+    kinds.emplace_back("withAbbreviatedParameters",
+                       packed("filter=/FlateDecode predictor=15 columns=7 without=/DecodeParms",
+                              "/DP << /Predictor 15 /Columns 7 >>"));
     kinds.emplace_back("throughLZWWithPredictor",
                        packed("filter=/LZWDecode predictor=2 columns=5"));
     return kinds;

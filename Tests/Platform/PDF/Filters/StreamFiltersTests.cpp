@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Platform/PDF/Encryption/StreamFilters.h"
+#include "Platform/PDF/Filters/StreamFilters.h"
 
 namespace quirebind::pdftest {
 namespace {
@@ -74,6 +74,14 @@ TEST(StreamFilters, leaveTheOthersWithTheirParameters) {
     EXPECT_EQ(others("/Filter [/A /Crypt 5 0 R] /DP [<</C 1>> null 6 0 R]"),
               "/A(<</C 1>>)5 0 R(6 0 R)");
     EXPECT_EQ(others("/Filter [/Crypt /A /Crypt]"), "/A()");
+}
+
+TEST(StreamFilters, areNamedByTheAbbreviationWhereThatIsNoFile) {
+    EXPECT_EQ(cryptFilter("/F /Crypt"), "Identity");
+    EXPECT_EQ(others("/F [/Crypt /A] /DP [null <</C 1>>]"), "/A(<</C 1>>)");
+    EXPECT_EQ(others("/F [/A] /Filter [/B]"), "/B()");
+    EXPECT_EQ(others("/F (file) /DP <</C 1>>"), "");
+    EXPECT_EQ(others("/F << /F (file) >>"), "");
 }
 
 TEST(StreamFilters, takeAnyNumberOfFilters) {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/PDF/Encryption/StreamFilters.h"
+#include "Platform/PDF/Filters/StreamFilters.h"
 
 #include <cstddef>
 
@@ -19,17 +19,25 @@ std::vector<Value> elementsOf(Value value, const Resolve& resolve) {
     return result;
 }
 
-/// The parameters of the filters; real files use the abbreviation of inline images here, too.
-Value parametersOf(Value dictionary, const Resolve& resolve) {
-    const Value parameters = dictionary.find("DecodeParms");
-    return resolve(parameters).isNull() ? dictionary.find("DP") : parameters;
+/// Whether this is what /Filter is, and not a file.
+bool namesFilters(Value value) {
+    return value.isName() || value.isArray();
 }
 
 }  // namespace
 
 StreamFilters::StreamFilters(Value dictionary, const Resolve& resolve) {
-    const auto names = elementsOf(dictionary.find("Filter"), resolve);
-    const auto parameters = elementsOf(parametersOf(dictionary, resolve), resolve);
+    const auto isAbsent = [&](Value value) { return resolve(value).isNull(); };
+    Value filter = dictionary.find("Filter");
+    if (isAbsent(filter)) {
+        filter = dictionary.find("F");
+        isAbbreviated_ = namesFilters(resolve(filter));
+        if (!isAbbreviated_) return;
+    }
+    Value parms = dictionary.find("DecodeParms");
+    if (isAbsent(parms)) parms = dictionary.find("DP");
+    const auto names = elementsOf(filter, resolve);
+    const auto parameters = elementsOf(parms, resolve);
     for (std::size_t i = 0; i < names.size(); ++i) {
         const Value own = i < parameters.size() ? parameters[i] : Value();
         if (!resolve(names[i]).isName("Crypt")) {
@@ -41,8 +49,9 @@ StreamFilters::StreamFilters(Value dictionary, const Resolve& resolve) {
     }
 }
 
-bool StreamFilters::isFilterEntry(Value key) {
-    return key.isName("Filter") || key.isName("DecodeParms") || key.isName("DP");
+bool StreamFilters::isFilterEntry(Value key) const {
+    return key.isName("Filter") || key.isName("DecodeParms") || key.isName("DP") ||
+           (isAbbreviated_ && key.isName("F"));
 }
 
 }  // namespace quirebind
