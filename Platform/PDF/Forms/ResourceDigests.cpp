@@ -196,16 +196,17 @@ class ResourceDigests::Walk {
         text() += '<';
         const auto first = static_cast<std::ptrdiff_t>(pending_.size());
         while (const auto entry = entries.next()) {
-            if (entry->key.isName(without)) continue;
+            if (entry->key.isName(without) || entry->value.text().empty()) continue;
             Item& item = pending_.emplace_back();
             appendBytes('/', entry->key.name(), item.key);
             item.value = entry->value;
             item.place = pending_.size();
         }
         const std::span items(pending_.begin() + first, pending_.end());
-        std::ranges::sort(items, {},
-                          [](const Item& item) { return std::tie(item.key, item.place); });
-        // Of repeated keys the first counts.
+        // Of repeated keys the last counts.
+        std::ranges::sort(items, [](const Item& one, const Item& other) {
+            return std::tie(one.key, other.place) < std::tie(other.key, one.place);
+        });
         const auto repeated = std::ranges::unique(items, {}, &Item::key);
         pending_.resize(pending_.size() - repeated.size());
     }

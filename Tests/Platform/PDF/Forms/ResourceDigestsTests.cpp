@@ -114,11 +114,12 @@ TEST_F(ResourceDigestsTest, sayWhatIsNothing) {
     }
 }
 
-TEST_F(ResourceDigestsTest, takeTheFirstOfRepeatedKeysInAnyOrder) {
+TEST_F(ResourceDigestsTest, takeTheLastOfRepeatedKeysInAnyOrder) {
     const auto digest = digestOf("", {"<< /A 1 /B 2 >>"});
     ASSERT_TRUE(digest);
-    EXPECT_EQ(digestOf("", {"<< /B 2 /A 1 /A 3 /B 4 >>"}), digest);
-    EXPECT_NE(digestOf("", {"<< /B 4 /A 1 /A 3 /B 2 >>"}), digest);
+    EXPECT_EQ(digestOf("", {"<< /B 4 /A 3 /A 1 /B 2 >>"}), digest);
+    EXPECT_EQ(digestOf("", {"<< /A 3 /B 2 /A 1 /B >>"}), digest) << "one without a value is none";
+    EXPECT_NE(digestOf("", {"<< /B 2 /A 1 /A 3 /B 4 >>"}), digest);
 }
 
 TEST_F(ResourceDigestsTest, areNotMadeWhereThatWouldBeTooMuch) {
