@@ -66,7 +66,9 @@ TEST(HostileSource, withALargeHoleIsMergedByItsTable) {
     const std::string page = test::simplePDF(1, {.label = "a"});
     folder.write("a.pdf", page);
     const std::string path = folder / "a.pdf";
-    fs::resize_file(path, 3'000 * kMegabyte);
+    std::error_code error;
+    fs::resize_file(path, kLargeHole, error);
+    if (error) GTEST_SKIP() << "the file system has no such files: " << error.message();
     std::ofstream(path, std::ios::binary | std::ios::app) << page.substr(page.rfind("startxref"));
     merge({path}, folder / "out.pdf");
     EXPECT_TRUE(test::pageCounts(folder / "out.pdf").allAre(1));

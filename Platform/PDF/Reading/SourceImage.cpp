@@ -11,7 +11,6 @@
 #include <fcntl.h>
 
 #include "Platform/Files/SystemCall.h"
-#include "Platform/Files/SystemMemory.h"
 #include "Platform/PDF/Guards/DamagedDocument.h"
 #include "Platform/PDF/Guards/Limits.h"
 
@@ -51,7 +50,7 @@ SourceImage::SourceImage(FileSystem& files, FileDescriptor file, const struct st
     if (fileSize_ > std::numeric_limits<std::size_t>::max() / 4) throw std::bad_alloc();
     const auto size = static_cast<std::size_t>(fileSize_);
     if (size > limits::kWindowBytes) shift_ = window_ = size;
-    bytes_ = std::make_unique_for_overwrite<char[]>(window_ + size);
+    bytes_ = sparseMemory(window_ + size);
     if (fileSize_ <= kSmallFile) {
         readFully(0, {bytes_.get(), size});
         resident_ = size;

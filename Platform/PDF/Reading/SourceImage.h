@@ -18,6 +18,7 @@
 #include "Platform/Files/ByteBuffer.h"
 #include "Platform/Files/FileDescriptor.h"
 #include "Platform/Files/FileStamp.h"
+#include "Platform/Files/SystemMemory.h"
 #include "Platform/Files/URL.h"
 #include "Platform/PDF/Guards/Limits.h"
 #include "Platform/PDF/Reading/ByteSource.h"
@@ -138,13 +139,13 @@ class SourceImage final : public ByteSource {
     blkcnt_t blocks_;  // of 512 bytes, on its disk
     std::uint64_t fileSize_;
     std::uint64_t origin_ = 0;
-    std::unique_ptr<char[]> bytes_;  // untouched pages cost nothing
-    std::size_t window_ = 0;         // where in them the window begins, 0 where it never moves
-    std::size_t shift_ = 0;          // from offsets of the file to those of `bytes_`, modulo 2^64
-    std::vector<bool> loaded_;       // by block
-    std::vector<bool> seen_;         // by block: loaded now, or before it was given back
-    std::size_t resident_ = 0;       // bytes loaded since they were given back
-    std::size_t inSequence_ = 0;     // the last block before which there was another in memory
+    SparseMemory bytes_;
+    std::size_t window_ = 0;      // where in them the window begins, 0 where it never moves
+    std::size_t shift_ = 0;       // from offsets of the file to those of `bytes_`, modulo 2^64
+    std::vector<bool> loaded_;    // by block
+    std::vector<bool> seen_;      // by block: loaded now, or before it was given back
+    std::size_t resident_ = 0;    // bytes loaded since they were given back
+    std::size_t inSequence_ = 0;  // the last block before which there was another in memory
     std::size_t kept_ = limits::kWindowBytes;  // what may be loaded before it is given back
     std::size_t again_ = 0;           // how many of them not for the first time, nor in sequence
     std::unique_ptr<Pieces> pieces_;  // while it is read so
