@@ -3,20 +3,16 @@
 
 #include "Platform/Files/UUID.h"
 
-#include <cerrno>
 #include <cstddef>
 #include <string_view>
 
-#include <sys/random.h>
-#include <unistd.h>
-
-#include "Platform/Files/SystemCall.h"
+#include "Platform/Files/RandomBytes.h"
 
 namespace quirebind {
 
 UUID UUID::generate() {
     UUID result;
-    if (::getentropy(result.bytes_.data(), result.bytes_.size()) != 0) throwSystemError(errno);
+    fillRandom(result.bytes_);
 
     // RFC 9562, 5.4: the version in the high half of octet 6, the variant in the two high bits of
     // octet 8; all the others are random.

@@ -39,7 +39,8 @@ class PDFPage {
 ///
 /// Move-only; the destructor closes the file. One thread at a time may use a document, and
 /// documents whose pages have been inserted into one another count as one. Anything that needs
-/// memory may throw std::bad_alloc; nothing else is thrown.
+/// memory may throw std::bad_alloc. Inserting pages of forms throws std::system_error where the
+/// system gives no random numbers. Nothing else is thrown.
 class PDFDocument {
  public:
     /// An empty document, to insert pages into.
