@@ -10,7 +10,7 @@
 #include <string_view>
 
 #include "Platform/Files/ByteBuffer.h"
-#include "Platform/PDF/Syntax/FoundParts.h"
+#include "Platform/PDF/Syntax/Reference.h"
 
 namespace quirebind {
 
