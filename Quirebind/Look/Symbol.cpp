@@ -69,6 +69,8 @@ class SymbolEngine : public QIconEngine {
                 break;
             case Tint::secondary:
                 return palette.color(group, kSecondaryText);
+            case Tint::secondaryOnPaper:
+                return accented(lightPalette()).color(kSecondaryText);
             case Tint::text:
                 break;
         }

@@ -12,9 +12,10 @@ namespace quirebind {
 
 /// What a symbol is drawn in.
 enum class Tint : std::uint8_t {
-    text,       ///< the colour of a button's text, in each of its states
-    secondary,  ///< the colour of secondary text
-    accent,     ///< teal
+    text,              ///< the colour of a button's text, in each of its states
+    secondary,         ///< the colour of secondary text
+    secondaryOnPaper,  ///< the same on a page, which is white in every scheme
+    accent,            ///< teal
 };
 
 /// One of our own symbols, drawn in one colour at whatever size and scale it is asked for. The

@@ -12,16 +12,19 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <new>
 #include <string>
 #include <utility>
 
 #include <fcntl.h>
 
 #include "Platform/Files/FileSystem.h"
+#include "Platform/Files/SystemCall.h"
 #include "Quirebind/Desktop/FileURLs.h"
 #include "Quirebind/Look/AccessibleRole.h"
 #include "Quirebind/Look/Colours.h"
 #include "Quirebind/Look/Texts.h"
+#include "Quirebind/Preview/OrNothing.h"
 #include "Quirebind/Preview/RenderService.h"
 #include "Quirebind/RenderProtocol/RenderProtocol.h"
 
@@ -37,15 +40,26 @@ constexpr int kMillisecondsToRest = 90;
 constexpr double kMostSteps = 1 << 30;  // of a scroll bar
 constexpr double kLine = 40;            // pixels that a step of a scroll bar goes
 
-FileDescriptor openToRead(const URL& url) {
-    FileSystem& files = FileSystem::native();
+/// Owns nothing where that cannot be.
+FileDescriptor openToRead(const URL& url, FileSystem& files) {
     const std::string path(url.path());
-    return {files, files.open(AT_FDCWD, path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK, 0)};
+    if (!url.isFileURL() || path.find('\0') != std::string::npos) return {};
+    // O_NONBLOCK: opening a FIFO that nobody writes to would wait for ever.
+    constexpr int kFlags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+    return {files, uninterrupted([&] { return files.open(AT_FDCWD, path.c_str(), kFlags, 0); })};
+}
+
+FileDescriptor duplicate(const FileDescriptor& file) {
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): so is the call
+    return {FileSystem::native(), ::fcntl(file.number(), F_DUPFD_CLOEXEC, 0)};
 }
 
 }  // namespace
 
-PDFPreview::PDFPreview(RenderService& service) : service_(service) {
+PDFPreview::PDFPreview(RenderService& service) : PDFPreview(service, FileSystem::native()) {}
+
+PDFPreview::PDFPreview(RenderService& service, FileSystem& files)
+    : service_(service), files_(files) {
     setFrameShape(NoFrame);
     setAccessibleRole(*this, QAccessible::Document);
     setFocusPolicy(Qt::StrongFocus);
@@ -70,16 +84,29 @@ PDFPreview::~PDFPreview() {
 // Opening.
 
 std::optional<URL> PDFPreview::documentURL() const {
-    return document_ ? document_->documentURL() : std::nullopt;
+    return url_;
 }
 
 void PDFPreview::setURL(const URL& url) {
     if (documentURL() == url) return;
     clear();
-    document_ = PDFDocument::open(url);
+    try {
+        open(url);
+    } catch (const std::bad_alloc&) {
+        clear();
+    }
+}
+
+/// Opened once: the renderer draws the file that the sizes were read from, also where another has
+/// taken its name meanwhile.
+void PDFPreview::open(const URL& url) {
+    FileDescriptor file = openToRead(url, files_);
+    if (file.number() < 0) return;
+    FileDescriptor drawn = duplicate(file);
+    document_ = PDFDocument::open(std::move(file), files_);
     if (!document_) return;
-    if (FileDescriptor file = openToRead(url); file.number() >= 0)
-        rendered_ = service_.document(std::move(file), document_->hasForm());
+    url_ = url;
+    if (drawn.number() >= 0) rendered_ = service_.document(std::move(drawn), document_->hasForm());
     setAccessibleName(displayName(url));
     const std::size_t count = document_->pageCount();
     std::vector<PageSize> sizes = readSizes(0, count);
@@ -101,6 +128,7 @@ void PDFPreview::setURL(const URL& url) {
 void PDFPreview::clear() {
     if (!document_) return;
     document_.reset();
+    url_.reset();
     rendered_.reset();
     column_.setSizes({});
     pictures_.clear();
@@ -124,7 +152,8 @@ std::vector<PageSize> PDFPreview::readSizes(std::size_t first, std::size_t last)
     elapsed.start();
     for (std::size_t page = first; page < last; ++page) {
         if (sizes.size() % kSizesAtOnce == 0 && elapsed.elapsed() >= kMillisecondsForSizes) break;
-        sizes.push_back(document_->pageSize(page).value_or(PageSize()));
+        const auto size = orNothing([&] { return document_->pageSize(page); });
+        sizes.push_back(size.value_or(PageSize()));
     }
     return sizes;
 }
@@ -269,6 +298,7 @@ void PDFPreview::drawPage(QPainter& painter, std::size_t page) const {
     painter.fillRect(rect, Qt::white);
     const QImage picture = pictures_.find(page);
     if (!picture.isNull()) painter.drawImage(rect, picture, QRectF(picture.rect()));
+    if (cannotBeDrawn(page)) sign_.draw(painter, rect, QRectF(viewport()->rect()));
 
     // As a marker does: what is written stays as dark as it is.
     painter.setCompositionMode(QPainter::CompositionMode_Multiply);
@@ -282,6 +312,10 @@ void PDFPreview::drawPage(QPainter& painter, std::size_t page) const {
 }
 
 // The renderer.
+
+bool PDFPreview::cannotBeDrawn(std::size_t page) const {
+    return pictures_.find(page).isNull() && pictures_.isSettled(page, pixels(page));
+}
 
 std::optional<std::size_t> PDFPreview::pageToDraw() const {
     const Range pages = visible();
@@ -331,8 +365,10 @@ bool PDFPreview::wants(const RenderTask& task) const {
 }
 
 void PDFPreview::didRender(const RenderTask& task, const QImage& picture) {
+    const bool couldNot = cannotBeDrawn(task.page);
     pictures_.put(task.page, picture, currentPage());
     viewport()->update();
+    if (couldNot && task.page == currentPage()) tellPosition();
 }
 
 void PDFPreview::didRead(const RenderTask& task, const PageText& text) {
@@ -349,6 +385,14 @@ void PDFPreview::didFail(const RenderTask& task) {
         selection_.didRead(task, {});  // no text can be had of it
     viewport()->update();
     if (copying_) finishCopying();
+    if (task.page == currentPage()) tellPosition();
+}
+
+void PDFPreview::didRecover() {
+    pictures_.forgetFailures();
+    selection_.forgetFailures();
+    viewport()->update();
+    tellPosition();
 }
 
 }  // namespace quirebind

@@ -16,12 +16,14 @@
 #include "Quirebind/Preview/LinkFocus.h"
 #include "Quirebind/Preview/PageColumn.h"
 #include "Quirebind/Preview/PagePictures.h"
+#include "Quirebind/Preview/PageSign.h"
 #include "Quirebind/Preview/PreviewLinks.h"
 #include "Quirebind/Preview/RenderClient.h"
 #include "Quirebind/Preview/TextSelection.h"
 
 namespace quirebind {
 
+class FileSystem;
 class RenderService;
 
 /// Shows a document: all of its pages in one column, as wide as the view, which scrolls. Text can
@@ -31,12 +33,14 @@ class RenderService;
 /// larger and smaller than that, until another document is shown.
 ///
 /// The document is opened here, on the main thread; its pages are drawn elsewhere, by the render
-/// service, and are white until they are there. While the view is being resized, pictures are
-/// stretched, and drawn anew once it rests. Main thread only.
+/// service, and are white until they are there; one that cannot be drawn shows a sign. While the
+/// view is being resized, pictures are stretched, and drawn anew once it rests. Main thread only.
 class PDFPreview : public QAbstractScrollArea, private RenderClient {
  public:
     /// Shows nothing yet. `service` must outlive this.
     explicit PDFPreview(RenderService& service);
+    /// Reads documents from `files`, which must outlive this.
+    PDFPreview(RenderService& service, FileSystem& files);
     PDFPreview(const PDFPreview&) = delete;
     PDFPreview& operator=(const PDFPreview&) = delete;
     PDFPreview(PDFPreview&&) = delete;
@@ -44,7 +48,8 @@ class PDFPreview : public QAbstractScrollArea, private RenderClient {
     ~PDFPreview() override;
 
     /// Shows the document at `url`, unless it is the one that is shown: that stays, where it was
-    /// scrolled to. One that cannot be opened leaves the view empty and is tried again next time.
+    /// scrolled to. One that cannot be opened, or that there is no memory for, leaves the view
+    /// empty and is tried again next time.
     void setURL(const URL& url);
     /// Shows nothing.
     void clear();
@@ -85,12 +90,14 @@ class PDFPreview : public QAbstractScrollArea, private RenderClient {
     void didRender(const RenderTask& task, const QImage& picture) override;
     void didRead(const RenderTask& task, const PageText& text) override;
     void didFail(const RenderTask& task) override;
+    void didRecover() override;
 
     struct Range {
         std::size_t first = 0;
         std::size_t last = 0;
     };
 
+    void open(const URL& url);
     /// What of the column, in its pixels, is at the upper left corner of the view.
     [[nodiscard]] double top() const;
     [[nodiscard]] double left() const;
@@ -109,6 +116,8 @@ class PDFPreview : public QAbstractScrollArea, private RenderClient {
     [[nodiscard]] QRectF pageRect(std::size_t page) const;
     [[nodiscard]] QSize pixels(std::size_t page) const;
     [[nodiscard]] std::optional<std::size_t> pageToDraw() const;
+    /// Whether that was tried in vain, and there is no older picture either.
+    [[nodiscard]] bool cannotBeDrawn(std::size_t page) const;
     [[nodiscard]] TextSelection::Position positionAt(const QPointF& point) const;
     void showPointer(const QPointF& point);
     /// The links that can be followed and show, at least in part.
@@ -116,6 +125,7 @@ class PDFPreview : public QAbstractScrollArea, private RenderClient {
     /// Where a link is in the viewport.
     [[nodiscard]] QRectF linkRect(const LinkFocus::Link& link) const;
     [[nodiscard]] bool focusedLinkShows() const;
+    [[nodiscard]] std::optional<PagePosition> targetOf(const PageLink& link) const;
     void followFocusedLink();
     void goTo(const PagePosition& target);
     void goBack();
@@ -128,8 +138,12 @@ class PDFPreview : public QAbstractScrollArea, private RenderClient {
     void tellPosition();
 
     RenderService& service_;
+    FileSystem& files_;
+    PageSign sign_;
     std::optional<PDFDocument> document_;
-    std::shared_ptr<const RenderDocument> rendered_;  // null where its file could not be opened
+    std::optional<URL> url_;  // of the document
+    std::shared_ptr<const RenderDocument>
+        rendered_;  // null where there is no descriptor left for it
     PageColumn column_;
     PagePictures pictures_;
     TextSelection selection_;

@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "Quirebind/Look/Texts.h"
+#include "Quirebind/Preview/OrNothing.h"
 #include "Quirebind/Preview/PDFPreview.h"
 #include "Quirebind/Preview/RenderService.h"
 
@@ -185,18 +186,24 @@ bool PDFPreview::focusedLinkShows() const {
 }
 
 std::vector<LinkFocus::Link> PDFPreview::linksInSight() const {
-    std::vector<LinkFocus::Link> found;
-    if (column_.count() == 0) return found;
-    const QRectF view(viewport()->rect());
-    const Range pages = visible();
-    for (std::size_t page = pages.first; page <= pages.last; ++page) {
-        for (PageLink& area : document_->pageLinks(page)) {
-            LinkFocus::Link link{page, std::move(area)};
-            if (linkRect(link).intersects(view) && document_->positionOf(link.area))
-                found.push_back(std::move(link));
+    if (column_.count() == 0) return {};
+    return orNothing([this] {
+        std::vector<LinkFocus::Link> found;
+        const QRectF view(viewport()->rect());
+        const Range pages = visible();
+        for (std::size_t page = pages.first; page <= pages.last; ++page) {
+            for (PageLink& area : document_->pageLinks(page)) {
+                LinkFocus::Link link{page, std::move(area)};
+                if (linkRect(link).intersects(view) && document_->positionOf(link.area))
+                    found.push_back(std::move(link));
+            }
         }
-    }
-    return found;
+        return found;
+    });
+}
+
+std::optional<PagePosition> PDFPreview::targetOf(const PageLink& link) const {
+    return orNothing([&] { return document_->positionOf(link); });
 }
 
 bool PDFPreview::focusNextPrevChild(bool next) {
@@ -209,7 +216,7 @@ bool PDFPreview::focusNextPrevChild(bool next) {
 }
 
 void PDFPreview::followFocusedLink() {
-    if (const auto target = document_->positionOf(linkFocus_.current()->area)) goTo(*target);
+    if (const auto target = targetOf(linkFocus_.current()->area)) goTo(*target);
 }
 
 void PDFPreview::goBack() {
@@ -253,12 +260,13 @@ void PDFPreview::tellPosition() {
     };
     // Of a link, where it leads.
     if (hasFocus() && focusedLinkShows()) {
-        if (const auto target = document_->positionOf(linkFocus_.current()->area)) {
+        if (const auto target = targetOf(linkFocus_.current()->area)) {
             setAccessibleDescription(told(target->page));
             return;
         }
     }
-    const QString position = told(currentPage());
+    QString position = told(currentPage());
+    if (cannotBeDrawn(currentPage())) position += QLatin1Char('\n') + text::alertTitle();
     const QString words = currentPageText();
     setAccessibleDescription(words.isEmpty() ? position : position + QLatin1Char('\n') + words);
 }

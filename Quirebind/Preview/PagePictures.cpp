@@ -45,8 +45,12 @@ void PagePictures::put(std::size_t page, const QImage& picture, std::size_t cent
 }
 
 void PagePictures::putFailure(std::size_t page, QSize pixels) {
-    if (const auto old = entries_.find(page); old != entries_.end()) remove(old);
-    entries_[page] = {QImage(), pixels};
+    entries_[page].pixels = pixels;
+}
+
+void PagePictures::forgetFailures() {
+    std::erase_if(entries_, [](const auto& entry) { return entry.second.picture.isNull(); });
+    for (auto& [page, entry] : entries_) entry.pixels = entry.picture.size();
 }
 
 void PagePictures::remove(std::map<std::size_t, Entry>::iterator entry) {

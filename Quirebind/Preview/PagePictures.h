@@ -25,8 +25,10 @@ class PagePictures {
 
     /// Keeps a picture; those furthest from the page `centre` give way.
     void put(std::size_t page, const QImage& picture, std::size_t centre);
-    /// The page cannot be drawn at that size: it stays white.
+    /// The page cannot be drawn at that size: an older picture stays, or none.
     void putFailure(std::size_t page, QSize pixels);
+    /// What could not be drawn may be tried anew.
+    void forgetFailures();
 
     [[nodiscard]] std::size_t bytes() const { return bytes_; }
 

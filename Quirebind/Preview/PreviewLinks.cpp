@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <ranges>
 
+#include "Quirebind/Preview/OrNothing.h"
+
 namespace quirebind {
 
 void PreviewLinks::reset() {
@@ -21,14 +23,15 @@ bool PreviewLinks::isAt(const PDFDocument& document, std::size_t page, const QPo
 std::optional<PagePosition> PreviewLinks::target(const PDFDocument& document, std::size_t page,
                                                  const QPointF& point) {
     const PageLink* const link = find(document, page, point);
-    return link == nullptr ? std::nullopt : document.positionOf(*link);
+    if (link == nullptr) return std::nullopt;
+    return orNothing([&] { return document.positionOf(*link); });
 }
 
 /// The uppermost one, which is the last.
 const PageLink* PreviewLinks::find(const PDFDocument& document, std::size_t page,
                                    const QPointF& point) {
     if (page_ != page) {
-        links_ = document.pageLinks(page);
+        links_ = orNothing([&] { return document.pageLinks(page); });
         page_ = page;
     }
     const auto upwards = std::views::reverse(links_);

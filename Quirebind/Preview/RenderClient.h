@@ -60,6 +60,9 @@ class RenderClient {
     virtual void didRead(const RenderTask& task, const PageText& text) = 0;
     /// There is no answer and will not be: the renderer failed over it.
     virtual void didFail(const RenderTask& task) = 0;
+    /// The renderer, which could not be started for a while, works again: what failed meanwhile can
+    /// be asked for anew.
+    virtual void didRecover() = 0;
 };
 
 }  // namespace quirebind

@@ -15,6 +15,9 @@ namespace {
 
 constexpr int kMillisecondsBetweenReaping = 20;
 
+/// The longest time between two attempts to start a helper.
+constexpr int kMostMillisecondsToRestart = 60'000;
+
 /// How often in a row a document may fail before it is given up.
 constexpr int kMostFailures = 3;
 /// The most that is read in one go, so that the window is never kept busy for long.
@@ -43,7 +46,7 @@ render::Kind kindOf(RenderTask::Kind kind) {
 RenderService::RenderService(std::string helper) : RenderService(std::move(helper), Patience()) {}
 
 RenderService::RenderService(std::string helper, Patience patience)
-    : path_(std::move(helper)), patience_(patience) {
+    : path_(std::move(helper)), patience_(patience), rest_(patience.restart) {
     deadline_.setSingleShot(true);
     connect(&deadline_, &QTimer::timeout, this, [this] { fail(); });
     reaping_.setInterval(kMillisecondsBetweenReaping);
@@ -51,6 +54,8 @@ RenderService::RenderService(std::string helper, Patience patience)
     next_.setSingleShot(true);
     next_.setInterval(0);
     connect(&next_, &QTimer::timeout, this, [this] { takeNext(); });
+    restart_.setSingleShot(true);
+    connect(&restart_, &QTimer::timeout, this, [this] { restart(); });
 }
 
 void RenderService::reap() {
@@ -65,10 +70,12 @@ void RenderService::add(RenderClient& client) {
 void RenderService::remove(RenderClient& client) {
     std::erase(clients_, &client);
     if (underWay_ && underWay_->client == &client) underWay_->client = nullptr;
+    if (again_ && again_->client == &client) again_.reset();
     wake();
 }
 
 std::shared_ptr<const RenderDocument> RenderService::document(FileDescriptor file, bool hasForm) {
+    if (restart_.isActive()) restart_.start(0);
     return std::make_shared<const RenderDocument>(
         RenderDocument{++lastDocument_, std::move(file), hasForm});
 }
@@ -96,6 +103,10 @@ bool RenderService::isGivenUp(std::uint64_t document) const {
 // Asking.
 
 void RenderService::takeNext() {
+    if (!underWay_ && again_) {
+        UnderWay second = *std::exchange(again_, std::nullopt);
+        if (second.client->wants(second.task)) begin(*second.client, std::move(second.task), true);
+    }
     const std::vector<RenderClient*> clients = clients_;
     for (RenderClient* client : clients) {
         while (!underWay_) {
@@ -110,13 +121,13 @@ void RenderService::takeNext() {
     }
 }
 
-void RenderService::begin(RenderClient& client, RenderTask task) {
+void RenderService::begin(RenderClient& client, RenderTask task, bool again) {
     const std::uint64_t document = task.document->number;
-    if (isGivenUp(document) || cannotStart_ || !startHelper()) {
+    if (isGivenUp(document) || restart_.isActive() || !startHelper()) {
         client.didFail(task);
         return;
     }
-    underWay_ = UnderWay{&client, std::move(task), ++lastId_, opened_ != document};
+    underWay_ = UnderWay{&client, std::move(task), ++lastId_, opened_ != document, again};
     deadline_.start(patience_.wanted);
     bool sent = true;
     if (underWay_->opening) {
@@ -134,14 +145,22 @@ bool RenderService::startHelper() {
     if (helper_) return true;
     helper_ = HelperProcess::start(path_, render::kSocket);
     if (!helper_) {
-        cannotStart_ = true;
+        restart_.start(rest_);
+        rest_ = std::min(2 * rest_, kMostMillisecondsToRestart);
         return false;
     }
+    rest_ = patience_.restart;
     opened_ = 0;
     received_.clear();
     readable_ = std::make_unique<QSocketNotifier>(helper_->socket(), QSocketNotifier::Read);
     connect(readable_.get(), &QSocketNotifier::activated, this, [this] { receive(); });
     return true;
+}
+
+void RenderService::restart() {
+    if (!startHelper()) return;
+    for (RenderClient* client : clients_) client->didRecover();
+    wake();
 }
 
 bool RenderService::send(const render::Request& request, int file) {
@@ -260,7 +279,12 @@ void RenderService::fail() {
     next_.start();
     if (!wanted) return;  // it was only in the way
     const std::uint64_t document = failed.task.document->number;
-    failures_ = document == failing_ ? failures_ + 1 : 1;
+    const int before = document == failing_ ? failures_ : 0;
+    if (before == 0 && !failed.again) {
+        again_ = failed;
+        return;
+    }
+    failures_ = before + 1;
     failing_ = document;
     if (failures_ >= kMostFailures) givenUp_.push_back(document);
     failed.client->didFail(failed.task);

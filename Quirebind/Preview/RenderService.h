@@ -25,16 +25,22 @@ namespace quirebind {
 /// Previews are asked what they want most whenever the helper is idle (so what is scrolled past is
 /// never drawn), and one request is under way at a time. A helper that crashes, answers nonsense,
 /// or takes longer than its time is killed; that task has failed, and the next starts another
-/// helper. Where the task under way is no longer wanted, the helper has much less time. A document
-/// that takes too many helpers down gets no more.
+/// helper. The first task that a document fails at in this way is tried once more, since it need
+/// not have been to blame. Where the task under way is no longer wanted, the helper has much less
+/// time. A document that takes too many helpers down gets no more.
+///
+/// Where a helper cannot be started, everything fails, and another start is tried after a while,
+/// later each time, or when the next document is made known.
 ///
 /// Main thread only; nothing here ever waits.
 class RenderService : public QObject {
  public:
-    /// How long the helper may take, in milliseconds.
+    /// How long the helper may take, and how long after a start that failed the next is tried, both
+    /// in milliseconds.
     struct Patience {
         int wanted = 10'000;
         int unwanted = 250;
+        int restart = 2'000;
     };
 
     /// `helper` is the path of the helper program.
@@ -62,11 +68,13 @@ class RenderService : public QObject {
         RenderTask task;
         std::uint64_t id = 0;
         bool opening = false;  // the document has to be opened first
+        bool again = false;    // a helper has gone down over it already
     };
 
     void takeNext();
-    void begin(RenderClient& client, RenderTask task);
+    void begin(RenderClient& client, RenderTask task, bool again = false);
     [[nodiscard]] bool startHelper();
+    void restart();
     [[nodiscard]] bool send(const render::Request& request, int file = -1);
     [[nodiscard]] bool sendTask();
     void receive();
@@ -85,6 +93,7 @@ class RenderService : public QObject {
     Patience patience_;
     std::vector<RenderClient*> clients_;  // the one served last comes last
     std::optional<UnderWay> underWay_;
+    std::optional<UnderWay> again_;  // to be tried once more; its client is there
     std::uint64_t lastId_ = 0;
     std::uint64_t lastDocument_ = 0;
 
@@ -96,7 +105,8 @@ class RenderService : public QObject {
     QTimer reaping_;
     QTimer deadline_;
     QTimer next_;
-    bool cannotStart_ = false;
+    QTimer restart_;  // runs while no helper can be started
+    int rest_;        // how long it will run the next time
 
     std::uint64_t failing_ = 0;  // the document that failed last, and how often in a row
     int failures_ = 0;

@@ -154,6 +154,11 @@ void TextSelection::didRead(const RenderTask& task, const PageText& text) {
             Part{false, task.kind == RenderTask::Kind::word, task.from, task.to, text};
 }
 
+void TextSelection::forgetFailures() {
+    std::erase_if(texts_, [](const auto& entry) { return entry.second.text.isEmpty(); });
+    std::erase_if(parts_, [](const auto& entry) { return entry.second.text.text.isEmpty(); });
+}
+
 QList<QRectF> TextSelection::areasOn(std::size_t page) const {
     if (!contains(page)) return {};
     const auto needed = part(page);

@@ -54,6 +54,8 @@ class TextSelection {
     [[nodiscard]] bool wants(const RenderTask& task) const;
     /// Takes the answer to a task of a text, a selection or a word.
     void didRead(const RenderTask& task, const PageText& text);
+    /// Asks again for what came without a text.
+    void forgetFailures();
 
     /// What to highlight on a page.
     [[nodiscard]] QList<QRectF> areasOn(std::size_t page) const;

@@ -6,12 +6,16 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 #include <filesystem>
+#include <new>
 #include <string>
 
 #include <gmock/gmock.h>
 
+#include "Quirebind/Look/Colours.h"
+#include "Quirebind/Look/Texts.h"
 #include "Quirebind/Preview/PDFPreview.h"
 #include "Tests/Quirebind/Preview/PreviewTestSupport.h"
+#include "Tests/Support/FaultyFileSystem.h"
 
 namespace quirebind {
 namespace {
@@ -50,6 +54,16 @@ struct ShownPreview {
     StandIn standIn;
     PDFPreview preview;
 };
+
+/// What is covered by anything in the colour of secondary text on paper.
+QRect inked(const QImage& view) {
+    const QRgb ink = accented(lightPalette()).color(kSecondaryText).rgb();
+    QRect result;
+    for (int y = 0; y < view.height(); ++y)
+        for (int x = 0; x < view.width(); ++x)
+            if (view.pixel(x, y) == ink) result |= QRect(x, y, 1, 1);
+    return result;
+}
 
 TEST(PDFPreview, ShowsADocument) {
     ShownPreview shown;
@@ -123,15 +137,91 @@ TEST(PDFPreview, ShowsTheSelectedDocumentHoweverQuicklyTheSelectionChanges) {
     }
 }
 
-TEST(PDFPreview, StaysWhiteOverAPageThatCannotBeDrawn) {
+TEST(PDFPreview, ShowsASignOnAPageThatCannotBeDrawn) {
     ShownPreview shown;
-    const URL bad = shown.documents.make("bad.pdf", "crash", 3);
+    const URL bad = shown.documents.make("bad.pdf", "fail", 3);
     shown.preview.setURL(bad);
+    const auto drawn = [&] { return inked(shown.preview.viewport()->grab().toImage()); };
+    EXPECT_TRUE(drawn().isEmpty()) << "nobody has tried yet";
     EXPECT_TRUE(waitFor([&] { return shown.preview.isSharp(); }));
-    EXPECT_EQ(shown.colour(), "#ffffff");
+    const QPoint middle = shown.preview.viewport()->rect().center();
+    EXPECT_TRUE(drawn().contains(middle));
+    EXPECT_LT((drawn().center() - middle).manhattanLength(), 20) << "also of a long page";
+    EXPECT_GT(drawn().width(), 20);
+    EXPECT_LT(drawn().width(), 80);
+    EXPECT_TRUE(shown.preview.accessibleDescription().contains(text::alertTitle()));
     EXPECT_EQ(shown.preview.documentURL(), bad);
     shown.preview.setURL(shown.documents.make("good.pdf", "paint 00ff00"));
     EXPECT_TRUE(shown.becomes("#00ff00"));
+    EXPECT_FALSE(shown.preview.accessibleDescription().contains(text::alertTitle()));
+}
+
+TEST(PDFPreview, KeepsThePictureOfAPageThatCannotBeDrawnAnew) {
+    ShownPreview shown;
+    shown.preview.setURL(shown.documents.make("a.pdf", "fail-wide 123456"));
+    ASSERT_TRUE(shown.becomes("#123456"));
+    shown.preview.resize(900, 300);
+    EXPECT_TRUE(waitFor([&] { return shown.preview.isSharp(); }));
+    EXPECT_EQ(shown.colour(), "#123456");
+}
+
+TEST(PDFPreview, DrawsWhatItHasMissedOnceThereIsARenderer) {
+    const Documents documents;
+    const std::string helper = documents.folder / "renderer";
+    RenderService service(helper, RenderService::Patience{.restart = 20});
+    PDFPreview preview(service);
+    preview.resize(400, 300);
+    preview.show();
+    preview.setURL(documents.make("a.pdf", "paint 123456"));
+    const QString missing = "Page 1 of 1\n" + text::alertTitle();
+    ASSERT_TRUE(waitFor([&] { return preview.accessibleDescription() == missing; }));
+    std::filesystem::create_symlink(QUIREBIND_STAND_IN_RENDERER, helper);
+    EXPECT_TRUE(waitFor([&] { return preview.accessibleDescription() == "Page 1 of 1\npage 0"; }));
+    EXPECT_EQ(preview.viewport()->grab().toImage().pixelColor(200, 150).name(), "#123456");
+}
+
+TEST(PDFPreview, DrawsTheFileThatItHasReadWhereAnotherTakesItsName) {
+    ShownPreview shown;
+    const URL url = shown.documents.make("a.pdf", "paint 123456");
+    const URL other = shown.documents.make("b.pdf", "paint ff0000", 9);
+    FaultyFileSystem files;
+    PDFPreview preview(shown.standIn.service, files);
+    preview.resize(400, 300);
+    preview.show();
+    // Once it is open, and before it is read.
+    files.onEachCall([&](FileCall call) {
+        if (call != FileCall::status || !std::filesystem::exists(std::string(other.path()))) return;
+        std::filesystem::rename(std::string(other.path()), std::string(url.path()));
+    });
+    preview.setURL(url);
+    EXPECT_EQ(preview.documentURL(), url);
+    EXPECT_EQ(preview.pageCount(), 1U);
+    const auto colour = [&] {
+        return preview.viewport()->grab().toImage().pixelColor(200, 150).name();
+    };
+    ASSERT_TRUE(waitFor([&] { return colour() != "#ffffff"; }));
+    EXPECT_EQ(colour(), "#123456");
+}
+
+TEST(PDFPreview, IsEmptyWhereThereIsNoMemoryForADocument) {
+    ShownPreview shown;
+    const URL url = shown.documents.make("a.pdf", "paint 123456", 3);
+    FaultyFileSystem files;
+    bool full = true;
+    int refused = 0;
+    files.onEachCall([&](FileCall call) {
+        if (!full || call != FileCall::read) return;
+        ++refused;
+        throw std::bad_alloc();
+    });
+    PDFPreview preview(shown.standIn.service, files);
+    preview.setURL(url);
+    EXPECT_EQ(refused, 1);
+    EXPECT_EQ(preview.pageCount(), 0U);
+    EXPECT_EQ(preview.documentURL(), std::nullopt);
+    full = false;
+    preview.setURL(url);
+    EXPECT_EQ(preview.pageCount(), 3U) << "it is tried again";
 }
 
 TEST(PDFPreview, ScrollsByItsKeys) {

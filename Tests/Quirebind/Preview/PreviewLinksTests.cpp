@@ -7,12 +7,14 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QVBoxLayout>
+#include <new>
 #include <string>
 
 #include <gmock/gmock.h>
 
 #include "Quirebind/Preview/PDFPreview.h"
 #include "Tests/Quirebind/Preview/PreviewTestSupport.h"
+#include "Tests/Support/FaultyFileSystem.h"
 
 namespace quirebind {
 namespace {
@@ -211,6 +213,59 @@ TEST(PreviewLinks, AreReachedByTheTabKeyInTheOrderOfReading) {
     }
     shown.key(Qt::Key_Backtab, Qt::ShiftModifier);
     EXPECT_TRUE(shown.before.hasFocus());
+}
+
+/// A page whose link stands far from all that is read to show it.
+std::string linkedFarAway() {
+    const std::string far = '%' + std::string(std::size_t{1} << 20U, ' ') + '\n';
+    return test::fixturePDF("{{header 1.7}}\n" + far + R"({{object 4 0}}
+<< /Type /Annot /Subtype /Link /Rect [0 250 400 300] /Dest [3 0 R /Fit] >>
+endobj
+)" + far + R"({{object 1 0}}
+<< /Type /Catalog /Pages 2 0 R >>
+endobj
+{{object 2 0}}
+<< /Type /Pages /Kids [3 0 R] /Count 1 /MediaBox [0 0 400 300] >>
+endobj
+{{object 3 0}}
+<< /Type /Page /Parent 2 0 R /Annots [4 0 R] >>
+endobj
+{{xref}}
+trailer
+<< /Size {{size}} /Root 1 0 R >>
+{{startxref}}
+%%EOF
+)");
+}
+
+TEST(PreviewLinks, AreLeftOutWhereThereIsNoMemoryForThem) {
+    FaultyFileSystem files;
+    bool full = false;
+    int refused = 0;
+    files.onEachCall([&](FileCall call) {
+        if (!full || call != FileCall::read) return;
+        ++refused;
+        throw std::bad_alloc();
+    });
+    const TemporaryFolder folder;
+    folder.write("far.pdf", linkedFarAway());
+    StandIn standIn;
+    PDFPreview preview(standIn.service, files);
+    preview.resize(400, 300);
+    preview.show();
+    QTest::mouseMove(preview.viewport(), kToNowhere);  // it may be there from before
+    preview.setURL(URL::file(folder / "far.pdf"));
+    QApplication::processEvents();
+    ASSERT_EQ(preview.pageCount(), 1U);
+    full = true;
+    QTest::mouseMove(preview.viewport(), kInside);
+    EXPECT_EQ(preview.viewport()->cursor().shape(), Qt::ArrowCursor);
+    EXPECT_EQ(refused, 1);
+    QTest::mouseClick(preview.viewport(), Qt::LeftButton, {}, kInside);
+    preview.setFocus();
+    QTest::keyClick(&preview, Qt::Key_Tab);
+    EXPECT_EQ(refused, 2);
+    EXPECT_EQ(preview.pageCount(), 1U) << "the page stays";
 }
 
 TEST(PreviewLinks, AreFollowedByReturnAndBack) {

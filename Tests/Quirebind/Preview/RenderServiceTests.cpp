@@ -60,6 +60,7 @@ struct Client : RenderClient {
         outcomes.emplace_back("failed");
         underWay.reset();
     }
+    void didRecover() override { outcomes.emplace_back("recovered"); }
     void giveUp() {
         underWay.reset();
         service.wake();
@@ -212,6 +213,44 @@ TEST(RenderService, FailsQuietlyWithoutAHelper) {
     client.want(documents.make("a.pdf", "paint"));
     ASSERT_TRUE(waitFor([&] { return client.isDone(); }));
     EXPECT_THAT(client.outcomes, testing::ElementsAre("failed"));
+}
+
+TEST(RenderService, TriesAnewToStartAHelperThatCouldNotBeStarted) {
+    const Documents documents;
+    const std::string helper = documents.folder / "renderer";
+    RenderService service(helper, RenderService::Patience{.restart = 20});
+    Client client(service);
+    const URL url = documents.make("a.pdf", "paint 112233");
+    client.want(url);
+    ASSERT_TRUE(waitFor([&] { return client.isDone(); }));
+    std::filesystem::create_symlink(QUIREBIND_STAND_IN_RENDERER, helper);
+    ASSERT_TRUE(waitFor([&] { return client.outcomes.back() == "recovered"; }));
+    client.want(url);
+    ASSERT_TRUE(waitFor([&] { return client.isDone(); }));
+    EXPECT_THAT(client.outcomes, testing::ElementsAre("failed", "recovered", "#112233"));
+}
+
+TEST(RenderService, DoesNotLetTheNextDocumentWaitForThat) {
+    constexpr int kLongerThanTheTest = 1'000'000;
+    const Documents documents;
+    const std::string helper = documents.folder / "renderer";
+    RenderService service(helper, RenderService::Patience{.restart = kLongerThanTheTest});
+    Client client(service);
+    client.want(documents.make("a.pdf", "paint 112233"));
+    ASSERT_TRUE(waitFor([&] { return client.isDone(); }));
+    std::filesystem::create_symlink(QUIREBIND_STAND_IN_RENDERER, helper);
+    const auto next = service.document(previewtest::openFile(documents.make("b.pdf", "paint")));
+    ASSERT_TRUE(waitFor([&] { return client.outcomes.back() == "recovered"; }));
+    EXPECT_NE(next, nullptr);
+}
+
+TEST(RenderService, TriesAPageAgainThatAHelperDiedOver) {
+    const Documents documents;
+    StandIn standIn;
+    Client client(standIn.service);
+    client.want(documents.make("a.pdf", "crash-once 778899"));
+    ASSERT_TRUE(waitFor([&] { return client.isDone(); }));
+    EXPECT_THAT(client.outcomes, testing::ElementsAre("#778899"));
 }
 
 TEST(RenderService, LeavesNoHelperBehind) {

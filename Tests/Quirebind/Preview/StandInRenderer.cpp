@@ -14,6 +14,7 @@
 #include <vector>
 
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "Quirebind/RenderProtocol/PageText.h"
@@ -27,6 +28,10 @@
 //     paint RRGGBB    every page in that colour (what happens without a comment, in white)
 //     slowly RRGGBB   the same, after 0.15 seconds
 //     crash, hang, fail
+//     crash-once RRGGBB   crashes over the first request, and takes the right to write the file
+//     away
+//                     to remember that; then every page in that colour
+//     fail-wide RRGGBB    does not draw pictures of more than 500 pixels across
 //     crash-on-open, hang-on-open
 //     garbage         bytes of no meaning
 //     other-id, other-size, other-kind, too-long
@@ -38,8 +43,10 @@ namespace {
 using namespace quirebind;
 
 constexpr off_t kLongestComment = 200;
+constexpr std::uint32_t kWide = 500;
 
 struct Document {
+    int file = -1;
     std::string behaviour = "paint";
     std::uint32_t colour = 0xffffffff;
 };
@@ -86,8 +93,9 @@ std::optional<render::Request> receive(std::optional<Document>& document) {
     if (const cmsghdr* header = CMSG_FIRSTHDR(&message); header != nullptr) {
         int file = -1;
         std::memcpy(&file, CMSG_DATA(header), sizeof file);
+        if (document) ::close(document->file);
         document = read(file);
-        ::close(file);
+        document->file = file;
     }
     return request;
 }
@@ -96,11 +104,19 @@ std::optional<render::Request> receive(std::optional<Document>& document) {
     for (;;) ::pause();
 }
 
+/// Whether this is the first time that it is asked of the file.
+bool isFirst(int file) {
+    struct stat status{};
+    if (::fstat(file, &status) != 0 || (status.st_mode & S_IWUSR) == 0) return false;
+    return ::fchmod(file, S_IRUSR) == 0;
+}
+
 bool respond(const render::Request& request, const Document& document) {
     const std::string& does = document.behaviour;
     const bool opens = request.kind == render::Kind::open;
     if (does == (opens ? "crash-on-open" : "crash")) (void)std::raise(SIGSEGV);
     if (does == (opens ? "hang-on-open" : "hang")) hang();
+    if (does == "crash-once" && !opens && isFirst(document.file)) (void)std::raise(SIGSEGV);
     if (opens) {
         const render::Answer opened{.kind = render::Kind::open, .id = request.id};
         return sendAll(std::as_bytes(std::span(&opened, 1)));
@@ -123,7 +139,7 @@ bool respond(const render::Request& request, const Document& document) {
     }
     answer.length = static_cast<std::uint32_t>(content.size());
     if (does == "slowly") ::usleep(150'000);
-    if (does == "fail") {
+    if (does == "fail" || (does == "fail-wide" && request.width > kWide)) {
         answer = {.kind = render::Kind::failed, .id = request.id};
         content.clear();
     }
