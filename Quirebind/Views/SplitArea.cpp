@@ -93,6 +93,7 @@ SplitArea::SplitArea(ContentView& state, QWidget& leading, QWidget& trailing)
     splitter_.setChildrenCollapsible(false);
     splitter_.addWidget(&leading);
     splitter_.addWidget(&trailing);
+    leading.lower();  // assistive technology goes by the order in which they lie upon each other
     splitter_.setStretchFactor(0, 0);
     splitter_.setStretchFactor(1, 1);
     layout::set(*this, layout::column(0, splitter_));

@@ -1,6 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
+#include <QAccessible>
+#include <QSplitter>
+
 #include <gmock/gmock.h>
 
 #include "Quirebind/Views/DropHighlight.h"
@@ -197,6 +200,16 @@ TEST(MainWindow, GoesRoundItsRegionsWithF6) {
     EXPECT_EQ(QApplication::focusWidget(), shown.button("Add PDFs\u2026"));
     QTest::keyClick(shown.window.get(), Qt::Key_F6, Qt::ShiftModifier);
     EXPECT_EQ(QApplication::focusWidget(), shown.button("Merge PDFs\u2026"));
+}
+
+TEST(MainWindow, TellsAssistiveTechnologyOfTheListBeforeThePreview) {
+    ShownWindow shown;
+    shown.add({"a", "b"});
+    QAccessibleInterface* columns =
+        QAccessible::queryAccessibleInterface(shown.window->findChild<QSplitter*>());
+    ASSERT_GE(columns->childCount(), 2);
+    const auto* first = qobject_cast<QWidget*>(columns->child(0)->object());
+    EXPECT_TRUE(first->isAncestorOf(&shown.list()));
 }
 
 TEST(MainWindow, PassesTheKeysForWindowsOn) {
