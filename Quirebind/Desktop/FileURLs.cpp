@@ -4,7 +4,9 @@
 #include "Quirebind/Desktop/FileURLs.h"
 
 #include <QByteArray>
+#include <QDir>
 #include <QFile>
+#include <QTextBoundaryFinder>
 #include <string>
 #include <utility>
 
@@ -40,6 +42,30 @@ QUrl toolkitURL(const URL& url) {
 
 QString displayName(const URL& url) {
     return QString::fromStdString(url.lastPathComponent());
+}
+
+QString displayPath(const URL& url) {
+    if (!url.isFileURL()) return QString::fromStdString(url.absoluteString());
+    std::string path(url.path());
+    const std::string home = QFile::encodeName(QDir::homePath()).toStdString();
+    if (home.size() > 1 && path.starts_with(home + '/')) path.replace(0, home.size(), "~");
+    return QString::fromStdString(path);
+}
+
+QString breakable(const QString& text, int longestRun) {
+    QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, text);
+    QString result;
+    int run = 0;
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        run = text[at].isSpace() ? 0 : run + 1;
+        characters.setPosition(at);
+        if (run > longestRun && characters.isAtBoundary()) {
+            result += QChar(0x200b);
+            run = 1;
+        }
+        result += text[at];
+    }
+    return result;
 }
 
 }  // namespace quirebind

@@ -33,4 +33,12 @@ namespace quirebind {
 /// The name that the user reads: the last path component. Bytes that are no text show as U+FFFD.
 [[nodiscard]] QString displayName(const URL& url);
 
+/// The location that the user reads: the path, from the home folder on behind a "~", or another URL
+/// as it is. Bytes that are no text show as U+FFFD.
+[[nodiscard]] QString displayPath(const URL& url);
+
+/// The text with places to break the line (U+200B), between characters that the user perceives, in
+/// words of more than `longestRun` UTF-16 units.
+[[nodiscard]] QString breakable(const QString& text, int longestRun = 60);
+
 }  // namespace quirebind

@@ -95,8 +95,10 @@ QVariant DocumentListModel::data(const QModelIndex& index, int role) const {
     const InputPDF& row = rows_[static_cast<std::size_t>(index.row())];
     switch (role) {
         case nameRole:
-        case Qt::ToolTipRole:
             return displayName(row.url);
+        case Qt::ToolTipRole:  // where two have the same name, this tells them apart
+        case Qt::AccessibleDescriptionRole:
+            return displayPath(row.url);
         case pagesRole:
             return text::pages(row.pages);
         case Qt::AccessibleTextRole:

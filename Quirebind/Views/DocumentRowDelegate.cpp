@@ -8,9 +8,11 @@
 #include <QFontMetrics>
 #include <QHelpEvent>
 #include <QPainter>
+#include <QStringList>
 #include <QToolTip>
 #include <algorithm>
 
+#include "Quirebind/Desktop/FileURLs.h"
 #include "Quirebind/Look/Colours.h"
 #include "Quirebind/Look/Symbol.h"
 #include "Quirebind/Look/TextLabel.h"
@@ -42,19 +44,14 @@ QString isolated(const QString& text) {
     return QChar(0x2068) + text + QChar(0x2069);
 }
 
-/// A file's name as text for a tool tip, letter for letter: left to itself, the toolkit takes a
-/// name with brackets for markup. Where there is no place to break a long name, one is made.
-QString toolTip(const QString& name) {
-    constexpr int kLongestRun = 60;
-    QString breakable;
-    int run = 0;
-    for (const QChar letter : name) {
-        run = letter.isSpace() ? 0 : run + 1;
-        if (run % kLongestRun == kLongestRun - 1) breakable += QChar(0x200b);
-        breakable += letter;
-    }
-    return QStringLiteral("<p style='white-space:pre-wrap'>") + breakable.toHtmlEscaped() +
-           QStringLiteral("</p>");
+/// A path as text for a tool tip, letter for letter: left to itself, the toolkit takes a name with
+/// brackets for markup. The folders stand from left to right, whichever way their names run.
+QString toolTip(const QString& path) {
+    QStringList names = path.split(QLatin1Char('/'));
+    for (QString& name : names)
+        if (!name.isEmpty()) name = isolated(breakable(name));
+    return QStringLiteral("<p dir='ltr' style='white-space:pre-wrap'>") +
+           names.join(QLatin1Char('/')).toHtmlEscaped() + QStringLiteral("</p>");
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ class DocumentRowDelegate : public QStyledItemDelegate {
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
                                  const QModelIndex& index) const override;
 
-    /// Tells the full name.
+    /// Tells the full name, and the folders that it is in.
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
 

@@ -42,8 +42,16 @@ TEST(DocumentListModel, ShowsNameAndPages) {
     const QModelIndex row = watched.model.index(0);
     EXPECT_EQ(row.data(DocumentListModel::nameRole), "a.pdf");
     EXPECT_EQ(row.data(DocumentListModel::pagesRole), "2 pages");
-    EXPECT_EQ(row.data(Qt::ToolTipRole), "a.pdf");
     EXPECT_EQ(row.data(Qt::AccessibleTextRole), "a.pdf, 2 pages");
+}
+
+TEST(DocumentListModel, TellsDocumentsOfTheSameNameApart) {
+    Watched watched;
+    watched.model.sync(documents({"May/a.pdf", "June/a.pdf"}));
+    for (const int role : {int{Qt::ToolTipRole}, int{Qt::AccessibleDescriptionRole}}) {
+        EXPECT_EQ(watched.model.index(0).data(role), "/tmp/May/a.pdf");
+        EXPECT_EQ(watched.model.index(1).data(role), "/tmp/June/a.pdf");
+    }
 }
 
 TEST(DocumentListModel, FindsRowsByTheirDocuments) {

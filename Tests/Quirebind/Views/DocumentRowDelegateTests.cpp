@@ -1,9 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
+#include <QHelpEvent>
 #include <QImage>
+#include <QListView>
 #include <QPainter>
 #include <QStandardItemModel>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextLayout>
+#include <QToolTip>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -75,6 +81,40 @@ INSTANTIATE_TEST_SUITE_P(Letters, DocumentRow,
                                          "\u0F56\u0F7C\u0F51\u0F0B\u0F66\u0F90\u0F51\u0F0B"
                                          "\u0F62\u0F92\u0FB1\u0F74\u0F51",
                                          "\u0645\u0633\u062A\u0646\u062F\u0627\u062A"));
+
+/// The tool tip of a document at that path, as the toolkit is given it.
+QString toolTip(const QString& path) {
+    DocumentRowDelegate delegate;
+    QStandardItemModel model(1, 1);
+    model.setData(model.index(0, 0), path, Qt::ToolTipRole);
+    QListView view;
+    view.setModel(&model);
+    QHelpEvent event(QEvent::ToolTip, {}, {});
+    EXPECT_TRUE(delegate.helpEvent(&event, &view, {}, model.index(0, 0)));
+    return QToolTip::text();
+}
+
+TEST(DocumentRowToolTip, KeepsEveryCharacterWhole) {
+    const QString emoji = QString::fromUtf8("\U0001F600");
+    EXPECT_TRUE(toolTip('x' + emoji.repeated(45)).isValidUtf16());
+}
+
+TEST(DocumentRowToolTip, KeepsTheFoldersInTheirOrder) {
+    // In letters that run from right to left, which would draw the slash between them along.
+    const QString folder = QString::fromUtf8("\u05D0\u05D1\u05D2");
+    const QString name = QString::fromUtf8("\u05D3\u05D4\u05D5");
+    QTextDocument drawn;
+    drawn.setHtml(toolTip("~/" + folder + '/' + name));
+    drawn.setTextWidth(500);
+    ASSERT_GT(drawn.size().height(), 0) << "it is laid out";
+    const QTextBlock block = drawn.firstBlock();
+    EXPECT_EQ(block.textDirection(), Qt::LeftToRight);
+    const QTextLine line = block.layout()->lineAt(0);
+    const auto at = [&](const QString& part) {
+        return line.cursorToX(static_cast<int>(block.text().indexOf(part)) + 1);
+    };
+    EXPECT_LT(at(folder), at(name));
+}
 
 }  // namespace
 }  // namespace quirebind
