@@ -14,6 +14,7 @@
 #include <algorithm>
 
 #include "Quirebind/Desktop/FileURLs.h"
+#include "Quirebind/Desktop/ScreenRoom.h"
 
 namespace quirebind {
 
@@ -56,7 +57,7 @@ bool QtDesktop::run(QFileDialog& dialog) {
         folder_ = QUrl::fromLocalFile(QDir(documents).exists() ? documents : QDir::homePath());
     }
     dialog.setDirectoryUrl(folder_);
-    dialog.resize(kPanelSize);  // of the toolkit's own dialog
+    dialog.resize(kPanelSize.boundedTo(roomOn(*dialog.screen())));  // of the toolkit's own dialog
     const bool accepted = dialog.exec() == QDialog::Accepted;
     const QList<QUrl> chosen = dialog.selectedUrls();
     if (!accepted || chosen.isEmpty()) return false;
@@ -107,8 +108,10 @@ bool QtDesktop::mayReplace(const QString& path) const {
     // The toolkit's own words, so that they come in the user's language.
     const QString question = QCoreApplication::translate(
         "QFileDialog", "%1 already exists.\nDo you want to replace it?");
+    constexpr int kLongestRun = 20;  // boxes are narrow on small screens
+    const QString name = breakable(QFileInfo(path).fileName(), kLongestRun);
     QMessageBox box(QMessageBox::Warning, QCoreApplication::applicationName(),
-                    QString(question).replace(QStringLiteral("%1"), QFileInfo(path).fileName()),
+                    QString(question).replace(QStringLiteral("%1"), name),
                     QMessageBox::Yes | QMessageBox::No, window_);
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(QMessageBox::No);

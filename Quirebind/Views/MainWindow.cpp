@@ -11,6 +11,7 @@
 #include <array>
 
 #include "Quirebind/Desktop/HandOver.h"
+#include "Quirebind/Desktop/ScreenRoom.h"
 #include "Quirebind/Look/Texts.h"
 #include "Quirebind/Views/Layout.h"
 
@@ -20,12 +21,6 @@ namespace {
 
 constexpr QSize kMinimumSize{760, 520};
 constexpr QSize kDefaultSize{940, 640};
-constexpr QSize kRoomForFrame{16, 48};  // which only the window manager knows
-
-/// How large a window may be so that all of it, its frame included, is in sight.
-QSize roomOn(const QScreen& screen) {
-    return screen.availableGeometry().size() - kRoomForFrame;
-}
 
 bool contains(const QWidget& region, const QWidget* widget) {
     return widget != nullptr && (&region == widget || region.isAncestorOf(widget));

@@ -86,6 +86,37 @@ class ManyFailures(WindowTestCase):
         return self.expect(changed, "the text scrolls")
 
 
+class SmallScreen(WindowTestCase):
+    desktop_options = {"width": 1366, "height": 768, "factor": 2}
+
+    def test_has_room_for_what_is_needed_to_save(self) -> None:
+        screen = Rect(0, 0, self.desktop.width, self.desktop.height)
+        self.add(self.pdf("a.pdf"), self.pdf("b.pdf"))
+        self.key("ctrl+Return")
+        self.expect_panel()
+        panel = self.panels()[-1]
+        for part in (*panel.find_all("text"), *panel.find_all("push button", "Save")):
+            self.assertTrue(screen.contains(part.extents), f"{part.role} {part.extents}")
+        Picture.of_screen(self.desktop).save("save-panel-on-a-small-screen")
+        self.cancel_panel()
+
+    def test_shows_all_of_a_long_name_before_its_file_is_replaced(self) -> None:
+        name = "W" * 200
+        self.pdf(f"{name}.pdf")
+        self.add(self.pdf("a.pdf"), self.pdf("b.pdf"))
+        self.key("ctrl+Return")
+        # Without the suffix, so that we are the ones who ask.
+        self._answer_panel(str(self.documents / name))
+        question = self.expect(
+            lambda: next((dialog for dialog in self.dialogs() if dialog.find_all("push button")
+                          and any("already exists" in text for text in dialog.texts())), None),
+            "it is asked whether to replace it")
+        Picture.of_screen(self.desktop).save("question-on-a-small-screen")
+        self.assertTrue(Rect(0, 0, self.desktop.width, self.desktop.height)
+                        .contains(question.extents), question.extents)
+        self.key("Escape")
+
+
 class SmallestSize(WindowTestCase):
 
     def test_everything_has_room(self) -> None:
