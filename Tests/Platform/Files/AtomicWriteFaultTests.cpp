@@ -128,7 +128,7 @@ bool survives(const std::vector<FileCall>& calls, std::size_t failing, int error
         return std::ranges::find(some, call) != some.end();
     };
     if (isAmong(before, decisiveCallOf(calls))) return true;  // the new file is there
-    if (error == EINTR) return true;  // made again; a closed file is closed
+    if (error == EINTR) return true;                          // made again; a closed file is closed
     switch (kind) {
         case FileCall::creationMask:  // cannot fail
         case FileCall::linkUnnamed:   // there is another way
