@@ -10,22 +10,25 @@
 
 namespace quirebind {
 
-void KeyedHash::drawKey() {
-    std::array<std::uint8_t, UMAC_KEY_SIZE> key{};
-    fillRandom(key);
-    umac128_set_key(&state_.emplace(), key.data());
+umac128_ctx& KeyedHash::state() {
+    if (!state_) {
+        std::array<std::uint8_t, UMAC_KEY_SIZE> key{};
+        fillRandom(key);
+        umac128_set_key(&state_.emplace(), key.data());
+    }
+    return *state_;
 }
 
 std::string KeyedHash::of(std::string_view text) {
-    if (!state_) drawKey();
+    umac128_ctx& state = this->state();
     // A message has a nonce of its own, so that nobody who sees its code learns of the key; here
     // nobody does, and the same text is to have the same one.
     constexpr std::array<std::uint8_t, 1> kNonce{};
-    umac128_set_nonce(&*state_, kNonce.size(), kNonce.data());
+    umac128_set_nonce(&state, kNonce.size(), kNonce.data());
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes are bytes
-    umac128_update(&*state_, text.size(), reinterpret_cast<const std::uint8_t*>(text.data()));
+    umac128_update(&state, text.size(), reinterpret_cast<const std::uint8_t*>(text.data()));
     std::array<std::uint8_t, UMAC128_DIGEST_SIZE> digest{};
-    umac128_digest(&*state_, digest.size(), digest.data());
+    umac128_digest(&state, digest.size(), digest.data());
     return {digest.begin(), digest.end()};
 }
 

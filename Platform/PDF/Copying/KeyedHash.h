@@ -22,7 +22,8 @@ class KeyedHash {
     [[nodiscard]] std::string of(std::string_view text);
 
  private:
-    void drawKey();
+    /// What a text is hashed with; draws the key where there is none yet.
+    umac128_ctx& state();
 
     std::optional<umac128_ctx> state_;
 };
