@@ -47,6 +47,7 @@ class Motion : public testing::Test {
 struct MergingWindow {
     MergingWindow() {
         shown.add({"a.pdf", "b.pdf"});
+        EXPECT_TRUE(ShownWindow::waitFor([this] { return shown.previewHasSettled(); }));
         shown.desktop->placeToSave = URL::file(shown.folder / "joined.pdf");
         shown.window->state().merge();
         ShownWindow::settle();

@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "Quirebind/Desktop/QtMainThread.h"
+#include "Quirebind/Preview/PDFPreview.h"
 #include "Quirebind/Preview/RenderService.h"
 #include "Quirebind/Views/MainWindow.h"
 #include "QuirebindCore/PDFMerger.h"
@@ -120,10 +121,18 @@ struct ShownWindow {
         return nullptr;
     }
 
+    /// Whether nothing more of the page that is shown will be drawn.
+    [[nodiscard]] bool previewHasSettled() const {
+        for (const QAbstractScrollArea* area : window->findChildren<QAbstractScrollArea*>())
+            if (const auto* preview = dynamic_cast<const PDFPreview*>(area))
+                return preview->isSharp();
+        return false;
+    }
+
     TemporaryFolder folder;
     QtMainThread mainThread;
     BackgroundWork background;
-    RenderService renderer{"/nowhere"};            // pages stay white
+    RenderService renderer{"/nowhere"};            // no page can be drawn
     workflowtest::TestDesktop* desktop = nullptr;  // the window's
     int windowsAskedFor = 0;
     int quitsAskedFor = 0;
