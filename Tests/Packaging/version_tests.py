@@ -52,15 +52,6 @@ class Version(unittest.TestCase):
     def test_of_the_manual_page(self) -> None:
         self.assertIn(f'{RELEASE_DATE} "Quirebind {VERSION}"', (self.folder / MANUAL_PAGE).read_text())
 
-    def test_that_the_program_prints_without_a_display(self) -> None:
-        environment = {name: value for name, value in os.environ.items()
-                       if name not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")}
-        program = self.folder / "bin/quirebind"
-        for option in ("-v", "--version"):
-            self.assertEqual(run(program, option, env=environment), f"Quirebind {VERSION}\n")
-        for option in ("-h", "--help"):
-            self.assertIn("--version", run(program, option, env=environment))
-
     def test_of_the_package_for_cmake(self) -> None:
         text = self.installed("QuirebindConfigVersion.cmake").read_text()
         self.assertIn(f'set(PACKAGE_VERSION "{VERSION}")', text)
