@@ -233,7 +233,14 @@ void PDFPreview::contextMenuEvent(QContextMenuEvent* event) {
     copyAction->setEnabled(!selection_.isEmpty());
     connect(copyAction, &QAction::triggered, this, [this] { copy(); });
     menu.addSeparator();
-    menu.addActions({&zoomIn_, &zoomOut_, &fitWidth_});
+    // Assistive technology takes an action for an item of one menu only, which is soon gone.
+    for (QAction* action : {&zoomIn_, &zoomOut_, &fitWidth_}) {
+        QAction* item = menu.addAction(action->text());
+        item->setShortcut(action->shortcut());
+        item->setShortcutVisibleInContextMenu(true);
+        item->setEnabled(action->isEnabled());
+        connect(item, &QAction::triggered, action, &QAction::trigger);
+    }
     menu.exec(event->globalPos());
 }
 

@@ -36,10 +36,7 @@ void PDFPreview::setUpZooming() {
     fitWidth_.setText(text::fitWidth());
     fitWidth_.setShortcut(QKeySequence(Qt::CTRL | Qt::Key_0));
     connect(&fitWidth_, &QAction::triggered, this, [this] { zoomTo(kFitting, middle()); });
-    for (QAction* action : {&zoomIn_, &zoomOut_, &fitWidth_}) {
-        action->setShortcutVisibleInContextMenu(true);
-        addAction(action);
-    }
+    addActions({&zoomIn_, &zoomOut_, &fitWidth_});
     showZoom();
 }
 
@@ -91,14 +88,14 @@ void PDFPreview::scrollAcrossTo(double x) {
 }
 
 bool PDFPreview::viewportEvent(QEvent* event) {
-    if (event->type() != QEvent::NativeGesture) return QAbstractScrollArea::viewportEvent(event);
-    const auto& gesture = static_cast<const QNativeGestureEvent&>(*event);
-    switch (gesture.gestureType()) {
+    const auto* gesture = dynamic_cast<const QNativeGestureEvent*>(event);
+    if (gesture == nullptr) return QAbstractScrollArea::viewportEvent(event);
+    switch (gesture->gestureType()) {
         case Qt::ZoomNativeGesture:
-            zoomBy(1 + gesture.value(), gesture.position());
+            zoomBy(1 + gesture->value(), gesture->position());
             return true;
         case Qt::SmartZoomNativeGesture:
-            zoomTo(zoom_ == kFitting ? kCloser : kFitting, gesture.position());
+            zoomTo(zoom_ == kFitting ? kCloser : kFitting, gesture->position());
             return true;
         default:
             return QAbstractScrollArea::viewportEvent(event);

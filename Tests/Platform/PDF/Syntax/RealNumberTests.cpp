@@ -26,6 +26,12 @@ class WithCommas : public testing::Test {
     WithCommas()
         // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): the locale owns it
         : before_(std::locale::global(std::locale(std::locale::classic(), new Punctuation))) {}
+
+ public:
+    WithCommas(const WithCommas&) = delete;
+    WithCommas& operator=(const WithCommas&) = delete;
+    WithCommas(WithCommas&&) = delete;
+    WithCommas& operator=(WithCommas&&) = delete;
     ~WithCommas() override { std::locale::global(before_); }
 
  private:
