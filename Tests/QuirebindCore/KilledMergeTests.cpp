@@ -27,12 +27,12 @@ namespace {
 
 using std::chrono::microseconds;
 
-constexpr int kKills = 200;
+constexpr int kKills = 100;
 constexpr std::string_view kOld = "what was there before";
 
-/// Writes a document whose one page has a content stream of 8 MB; gives its path.
+/// Writes a document whose one page has a content stream of 2 MB; gives its path.
 std::string addLarge(const TemporaryFolder& folder) {
-    constexpr std::size_t kOperators = std::size_t{1} << 20U;
+    constexpr std::size_t kOperators = std::size_t{1} << 18U;
     std::string content;
     for (std::size_t i = 0; i < kOperators; ++i) content += "0 0 m n\n";
     folder.write("large.pdf", test::fixturePDF(R"({{header 1.7}}
