@@ -12,8 +12,9 @@
 #include <benchmark/benchmark.h>
 
 #include "Benchmarks/Book.h"
-#include "Platform/PDF/Filters/Filter.h"
+#include "Platform/PDF/Filters/Flate.h"
 #include "Platform/PDF/Filters/FlateEncoder.h"
+#include "Platform/PDF/Filters/Predictor.h"
 
 namespace quirebind::benchmarks {
 namespace {

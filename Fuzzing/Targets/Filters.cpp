@@ -7,7 +7,12 @@
 #include <utility>
 
 #include "Fuzzing/Support/Target.h"
-#include "Platform/PDF/Filters/Filter.h"
+#include "Platform/PDF/Filters/ASCII85.h"
+#include "Platform/PDF/Filters/ASCIIHex.h"
+#include "Platform/PDF/Filters/Flate.h"
+#include "Platform/PDF/Filters/LZW.h"
+#include "Platform/PDF/Filters/Predictor.h"
+#include "Platform/PDF/Filters/RunLength.h"
 
 namespace {
 

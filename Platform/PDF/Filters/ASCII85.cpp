@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
+#include "Platform/PDF/Filters/ASCII85.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -9,7 +11,6 @@
 #include <string_view>
 #include <utility>
 
-#include "Platform/PDF/Filters/Filter.h"
 #include "Platform/PDF/Syntax/Characters.h"
 
 namespace quirebind {

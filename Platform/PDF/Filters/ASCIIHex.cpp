@@ -1,11 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
+#include "Platform/PDF/Filters/ASCIIHex.h"
+
 #include <cstddef>
 #include <optional>
 #include <string_view>
 
-#include "Platform/PDF/Filters/Filter.h"
 #include "Platform/PDF/Syntax/Characters.h"
 
 namespace quirebind {

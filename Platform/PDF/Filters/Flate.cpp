@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
+#include "Platform/PDF/Filters/Flate.h"
+
 #include <libdeflate.h>
 
 // zlib takes its input through pointers to const where it is asked to.
@@ -20,7 +22,6 @@
 
 #include <zlib.h>
 
-#include "Platform/PDF/Filters/Filter.h"
 #include "Platform/PDF/Syntax/Characters.h"
 
 // The zlib format (ISO 32000-2, 7.4.4; RFC 1950):

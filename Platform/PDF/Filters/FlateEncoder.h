@@ -16,11 +16,13 @@ namespace quirebind {
 /// Compresses for /FlateDecode (ISO 32000-2, 7.4.4). Keeps its working memory between uses.
 class FlateEncoder {
  public:
+    /// How much time is spent for how few bytes.
     enum class Effort : std::uint8_t {
         quick,     ///< In half the time.
         thorough,  ///< As small as zlib's default, or smaller.
     };
 
+    /// Takes no memory before the first use.
     explicit FlateEncoder(Effort effort) : effort_(effort) {}
 
     /// Appends the compressed form of `plain`. The same input always gives the same bytes.

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
+#include "Platform/PDF/Filters/LZW.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -8,8 +10,6 @@
 #include <string_view>
 #include <utility>
 #include <vector>
-
-#include "Platform/PDF/Filters/Filter.h"
 
 // Codes of 9 to 12 bits, packed from the high-order bit down (ISO 32000-2, 7.4.4.2):
 //

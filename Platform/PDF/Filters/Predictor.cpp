@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
+#include "Platform/PDF/Filters/Predictor.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -11,7 +13,6 @@
 #include <utility>
 #include <vector>
 
-#include "Platform/PDF/Filters/Filter.h"
 #include "Platform/PDF/Guards/Limits.h"
 
 // Predictor functions (ISO 32000-2, 7.4.4.4). A row has columns * colors samples, packed from the

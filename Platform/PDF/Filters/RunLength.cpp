@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
+#include "Platform/PDF/Filters/RunLength.h"
+
 #include <cstddef>
 #include <string_view>
-
-#include "Platform/PDF/Filters/Filter.h"
 
 namespace quirebind {
 

@@ -9,6 +9,12 @@
 #include <utility>
 #include <vector>
 
+#include "Platform/PDF/Filters/ASCII85.h"
+#include "Platform/PDF/Filters/ASCIIHex.h"
+#include "Platform/PDF/Filters/Flate.h"
+#include "Platform/PDF/Filters/LZW.h"
+#include "Platform/PDF/Filters/Predictor.h"
+#include "Platform/PDF/Filters/RunLength.h"
 #include "Platform/PDF/Guards/Limits.h"
 
 namespace quirebind {

@@ -5,7 +5,7 @@
 
 #include <string_view>
 
-#include "Platform/PDF/Filters/Filter.h"
+#include "Platform/PDF/Filters/Decoded.h"
 #include "Platform/PDF/Filters/StreamFilters.h"
 #include "Platform/PDF/Guards/WorkBudget.h"
 #include "Platform/PDF/Syntax/Value.h"

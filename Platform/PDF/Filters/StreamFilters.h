@@ -25,11 +25,13 @@ using Resolve = std::function<Value(Value)>;
 /// file (7.11) otherwise.
 class StreamFilters {
  public:
+    /// A filter as the dictionary names it.
     struct Filter {
         Value name;        ///< Maybe a reference.
         Value parameters;  ///< Likewise; absent or null where there are none.
     };
 
+    /// Takes the entries of `dictionary` apart. `resolve` is not kept; what it throws leaves this.
     StreamFilters(Value dictionary, const Resolve& resolve);
 
     /// The name of the stream's own crypt filter, where it has one.

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "Platform/PDF/Filters/Filter.h"
+#include "Platform/PDF/Filters/ASCIIHex.h"
 #include "Tests/Platform/PDF/Filters/FilterTestSupport.h"
 
 namespace quirebind {

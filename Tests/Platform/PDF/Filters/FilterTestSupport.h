@@ -14,7 +14,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "Platform/PDF/Filters/Filter.h"
+#include "Platform/PDF/Filters/Decoded.h"
 
 namespace quirebind::filtertest {
 

@@ -11,7 +11,7 @@
 
 #include <zlib.h>
 
-#include "Platform/PDF/Filters/Filter.h"
+#include "Platform/PDF/Filters/Flate.h"
 #include "Tests/Platform/PDF/Filters/FilterTestSupport.h"
 
 namespace quirebind {

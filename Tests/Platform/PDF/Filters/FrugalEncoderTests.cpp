@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "Platform/Files/ByteBuffer.h"
-#include "Platform/PDF/Filters/Filter.h"
+#include "Platform/PDF/Filters/Flate.h"
 #include "Platform/PDF/Filters/FrugalEncoder.h"
 
 namespace quirebind {

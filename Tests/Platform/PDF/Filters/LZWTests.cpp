@@ -12,7 +12,7 @@
 #include <string_view>
 #include <utility>
 
-#include "Platform/PDF/Filters/Filter.h"
+#include "Platform/PDF/Filters/LZW.h"
 #include "Tests/Platform/PDF/Filters/FilterTestSupport.h"
 
 namespace quirebind {

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "Platform/PDF/Filters/Filter.h"
+#include "Platform/PDF/Filters/Predictor.h"
 #include "Tests/Platform/PDF/Filters/FilterTestSupport.h"
 
 namespace quirebind {

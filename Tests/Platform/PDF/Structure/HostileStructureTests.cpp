@@ -84,7 +84,7 @@ TEST(HostileStructure, whateverStandsWhereElementsShould) {
 
 TEST(HostileStructure, aRootThatCannotBeReadMeansThatThereAreNoTags) {
     const Bench bench;
-    for (const std::string_view root : {"3", "[", "<< /K 41 0 R"}) {
+    for (const std::string_view root : {"3", "[", "<< /K [41 0 R"}) {
         const std::string merged = mergeTwice(
             bench,
             replaced(paragraph("", "", "/MarkInfo << /Marked true >>"),
