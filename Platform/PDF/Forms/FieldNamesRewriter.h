@@ -5,7 +5,7 @@
 
 #include "Platform/PDF/Copying/ObjectCopier.h"
 #include "Platform/PDF/Copying/ObjectRewriter.h"
-#include "Platform/PDF/Forms/FieldNames.h"
+#include "Platform/PDF/Forms/FieldRenames.h"
 
 namespace quirebind {
 

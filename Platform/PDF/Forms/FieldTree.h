@@ -36,6 +36,7 @@ class FieldTree {
 
     /// What is told of the fields while they are walked through; no view outlives the call.
     struct Visitor {
+        /// A root, which comes before the fields below it. The number is that of Root.
         std::function<void(std::uint32_t number, Value field)> root;
         /// A field with a name that has none above it, and its name (in UTF-8).
         std::function<void(std::uint32_t number, const std::string& name)> firstName;

@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-#include "Platform/PDF/Forms/FieldNames.h"
+#include "Platform/PDF/Forms/FieldRenames.h"
 #include "Platform/PDF/Forms/FormDefaults.h"
 #include "Platform/PDF/Forms/FormResources.h"
 

@@ -7,6 +7,7 @@
 #include <map>
 #include <utility>
 
+#include "Platform/PDF/Forms/RootName.h"
 #include "Platform/PDF/Guards/DamagedDocument.h"
 #include "Platform/PDF/Guards/Limits.h"
 #include "Platform/PDF/Syntax/PDFString.h"

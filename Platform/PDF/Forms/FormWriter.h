@@ -7,8 +7,8 @@
 #include <optional>
 #include <vector>
 
-#include "Platform/PDF/Forms/FieldNames.h"
 #include "Platform/PDF/Forms/FormResources.h"
+#include "Platform/PDF/Forms/RootNames.h"
 #include "Platform/PDF/Writing/DocumentWriter.h"
 
 namespace quirebind {
@@ -28,8 +28,9 @@ struct FormFields {
 /// the import of a source begins; fields and resources are added when it ends.
 class FormWriter {
  public:
-    /// The names of root fields, and the resources, that all sources have claimed so far.
+    /// The names of root fields that all sources have claimed so far.
     [[nodiscard]] RootNames& names() { return names_; }
+    /// The default resources that they have claimed so far; `finish` writes them.
     [[nodiscard]] FormResources& resources() { return resources_; }
 
     /// Adds the fields of a source, behind those of the sources before.

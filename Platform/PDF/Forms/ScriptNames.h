@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "Platform/PDF/Forms/FieldNames.h"
+#include "Platform/PDF/Forms/FieldRenames.h"
 
 namespace quirebind {
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "Platform/PDF/Copying/ObjectRewriter.h"
-#include "Platform/PDF/Forms/FieldNames.h"
+#include "Platform/PDF/Forms/FieldRenames.h"
 #include "Platform/PDF/Guards/WorkBudget.h"
 #include "Platform/PDF/Reading/ObjectReader.h"
 

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/PDF/Forms/FieldNames.h"
+#include "Platform/PDF/Forms/FieldRenames.h"
 
 #include <cstddef>
-#include <set>
 #include <utility>
 
+#include "Platform/PDF/Forms/RootName.h"
 #include "Platform/PDF/Syntax/TextString.h"
 
 namespace quirebind {
@@ -36,10 +36,6 @@ std::string encoded(std::string_view ascii, TextEncoding encoding) {
 
 }  // namespace
 
-std::string_view rootName(std::string_view name) {
-    return name.substr(0, name.find('.'));
-}
-
 void FieldRenames::add(std::string root, std::string suffix) {
     suffixes_.emplace(std::move(root), std::move(suffix));
 }
@@ -59,21 +55,6 @@ std::optional<std::string> FieldRenames::renamedText(std::string_view name) cons
     const auto found = suffixes_.find(root);
     if (found == suffixes_.end()) return std::nullopt;
     return std::string(root) + found->second + std::string(name.substr(root.size()));
-}
-
-FieldRenames RootNames::claim(const std::vector<std::string>& roots) {
-    FieldRenames renames;
-    const std::set<std::string> own(roots.begin(), roots.end());
-    std::vector<std::string> made;
-    for (const std::string& root : roots) {
-        if (!names_.contains(root) || renames.contains(root)) continue;
-        std::string suffix = names_.suffixFor(root, own);
-        made.push_back(root + suffix);
-        renames.add(root, std::move(suffix));
-    }
-    for (const std::string& root : own) names_.insert(root);
-    for (std::string& name : made) names_.insert(std::move(name));
-    return renames;
 }
 
 }  // namespace quirebind
