@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "Platform/PDF/Guards/Limits.h"
-#include "Platform/PDF/Layers/LayerGroup.h"
+#include "Platform/PDF/Layers/LayerCopy.h"
 #include "Platform/PDF/Layers/LayerOrder.h"
 #include "Platform/PDF/Syntax/ReferenceText.h"
 
@@ -43,7 +43,7 @@ LayerImport::LayerImport(ObjectCopier& copier, const Catalog& catalog, LayerWrit
 }
 
 void LayerImport::rewrite(Value value, MappedText& text, ByteBuffer& out) {
-    copyGroup(value, writer_, source_, text, out);
+    copyLayer(value, writer_, source_, text, out);
 }
 
 void LayerImport::finish() {

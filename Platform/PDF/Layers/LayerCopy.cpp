@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/PDF/Layers/LayerGroup.h"
+#include "Platform/PDF/Layers/LayerCopy.h"
 
 #include <string_view>
 
@@ -9,7 +9,7 @@
 
 namespace quirebind {
 
-void copyGroup(Value group, LayerWriter& writer, std::uint32_t source, MappedText& text,
+void copyLayer(Value group, LayerWriter& writer, std::uint32_t source, MappedText& text,
                ByteBuffer& out) {
     if (group.isDictionary() && writer.isTaken(stringBytes(group.find("Name")), source)) {
         constexpr std::string_view kOpening = "<<";
