@@ -13,6 +13,7 @@ namespace quirebind {
 /// of a table names (14.8.5.7, /Headers) have other identifiers where those of its source clashed.
 class AttributeRewriter : public ObjectRewriter {
  public:
+    /// Both must outlive this; `ids` are those of the source that `copier` copies from.
     AttributeRewriter(ObjectCopier& copier, SourceIDs& ids) : copier_(copier), ids_(ids) {}
 
     /// A dictionary of attributes, an array of them with their revision numbers, an array of

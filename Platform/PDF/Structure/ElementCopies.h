@@ -32,6 +32,7 @@ class ElementCopies {
         std::string text;
     };
 
+    /// `copier` must outlive this.
     explicit ElementCopies(ObjectCopier& copier)
         : copier_(copier), parents_(copier.reader().table().flatLimit()) {}
 

@@ -15,7 +15,7 @@ enum class KidKind : std::uint8_t {
     identifier,     ///< An integer: marked content of the element's page.
     markedContent,  ///< << /Type /MCR /Pg page /MCID integer /Stm form >>
     object,         ///< << /Type /OBJR /Pg page /Obj annotation-or-form >>
-    none,
+    none,           ///< Nothing that may stand there.
 };
 
 /// What stands there, read once. The values are parts of its text; those that it does not have are

@@ -14,12 +14,13 @@
 #include "Platform/PDF/Copying/ObjectCopier.h"
 #include "Platform/PDF/Copying/ObjectRewriter.h"
 #include "Platform/PDF/Guards/Limits.h"
+#include "Platform/PDF/Structure/AttributeClasses.h"
 #include "Platform/PDF/Structure/ContentItems.h"
 #include "Platform/PDF/Structure/ElementCopies.h"
 #include "Platform/PDF/Structure/ElementIDs.h"
 #include "Platform/PDF/Structure/ElementPages.h"
 #include "Platform/PDF/Structure/ElementSelection.h"
-#include "Platform/PDF/Structure/StructureNames.h"
+#include "Platform/PDF/Structure/StructureTypes.h"
 
 namespace quirebind {
 
@@ -40,6 +41,7 @@ class ElementRewriter : public ObjectRewriter {
         std::string language;  ///< The bytes of the source's own /Lang.
     };
 
+    /// Nothing is written yet.
     explicit ElementRewriter(Context context)
         : context_(std::move(context)),
           room_(limits::kSharedInStructure, context_.copier.reader().image().storedBytes()) {}

@@ -26,12 +26,14 @@ namespace quirebind {
 ///     cell of a table, is kept if it is on a copied page, or on none and says nothing.
 class ElementSelection {
  public:
+    /// What becomes of an element.
     struct Verdict {
         bool isKept = false;
         bool isMixed = false;  ///< Some of what is in it is left behind.
         ContentItems::Page page = ContentItems::Page::unknown;  ///< Where its own content is.
     };
 
+    /// Both must outlive this; `items` knows already which pages are copied.
     ElementSelection(ObjectReader& reader, const ContentItems& items);
 
     /// Reads the tree below its root. Damage is passed over; throws DamagedDocument only where the

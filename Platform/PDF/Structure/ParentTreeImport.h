@@ -18,6 +18,7 @@ namespace quirebind {
 /// Brings along what the parent tree of one source says of what was copied.
 class ParentTreeImport {
  public:
+    /// All must outlive this.
     ParentTreeImport(ObjectCopier& copier, ElementCopies& elements, ParentTreeWriter& writer)
         : copier_(copier), elements_(elements), writer_(writer) {}
 

@@ -15,6 +15,7 @@
 #include "Platform/PDF/Links/PageCopies.h"
 #include "Platform/PDF/Reading/Catalog.h"
 #include "Platform/PDF/Reading/PageTree.h"
+#include "Platform/PDF/Structure/AttributeClasses.h"
 #include "Platform/PDF/Structure/AttributeRewriter.h"
 #include "Platform/PDF/Structure/ContentItems.h"
 #include "Platform/PDF/Structure/ElementCopies.h"
@@ -22,7 +23,7 @@
 #include "Platform/PDF/Structure/ElementPages.h"
 #include "Platform/PDF/Structure/ElementRewriter.h"
 #include "Platform/PDF/Structure/ElementSelection.h"
-#include "Platform/PDF/Structure/StructureNames.h"
+#include "Platform/PDF/Structure/StructureTypes.h"
 #include "Platform/PDF/Structure/StructureWriter.h"
 #include "Platform/PDF/Syntax/Value.h"
 
@@ -50,6 +51,8 @@ class StructureImport : public DocumentPart {
                                                                std::string language,
                                                                StructureWriter& writer);
 
+    /// As `open`, with `root`, the structure tree root as the catalog has it. References to it are
+    /// to the root of the output from now on; nothing is read before `finish`.
     StructureImport(ObjectCopier& copier, Value root, Pages pages, std::string language,
                     StructureWriter& writer);
 

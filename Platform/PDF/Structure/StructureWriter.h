@@ -44,14 +44,19 @@ class StructureWriter {
     /// Adds a namespace; `text` is empty where it refers to others and so is like none.
     void addNamespace(std::uint32_t number, std::string_view text);
 
-    /// Adds a file that is about all of a source's structure.
+    /// Adds a file that is about all of a source's structure: object `number` of the output, which
+    /// is under /PronunciationLexicon.
     void addLexicon(std::uint32_t number) { lexicons_.push_back(number); }
+    /// The same for one that is under /AF.
     void addAssociatedFile(std::uint32_t number) { associatedFiles_.push_back(number); }
 
-    /// What the sources share: identifiers, types, classes, and the parent tree.
+    /// What the sources share, and `finish` writes. The identifiers of elements.
     [[nodiscard]] ElementIDs& ids() { return ids_; }
-    [[nodiscard]] SharedNames& types() { return types_; }      ///< Defined by other types.
-    [[nodiscard]] SharedNames& classes() { return classes_; }  ///< Defined by attributes.
+    /// Types, which are defined by other types.
+    [[nodiscard]] SharedNames& types() { return types_; }
+    /// Classes, which are defined by attributes.
+    [[nodiscard]] SharedNames& classes() { return classes_; }
+    /// The parent tree, by the keys of all sources.
     [[nodiscard]] ParentTreeWriter& parentTree() { return parentTree_; }
 
     /// Writes the root, and what stands below it but the elements; gives its number, nothing where
