@@ -4,47 +4,14 @@
 #include "Platform/PDF/OutputIntents/OutputIntents.h"
 
 #include <algorithm>
-#include <span>
 #include <utility>
 
-#include "Platform/PDF/Filters/StreamFilters.h"
 #include "Platform/PDF/Guards/DamagedDocument.h"
 #include "Platform/PDF/Guards/Limits.h"
+#include "Platform/PDF/OutputIntents/PlainEntries.h"
 #include "Platform/PDF/Syntax/ReferenceText.h"
 
 namespace quirebind {
-namespace {
-
-/// The entries of a dictionary with their values resolved, in the order of the file. They are not
-/// sorted before they are compared: a program writes the same profile in the same order each time.
-/// Throws DamagedDocument where a value refers to an object.
-std::string simpleEntries(ObjectReader& reader, Value dictionary, std::string_view leftOut) {
-    std::string entries;
-    DictionaryReader found(dictionary);
-    while (const auto entry = found.next()) {
-        if (entry->key.isName(leftOut) || entry->key.isName("Metadata")) continue;
-        const Value value = reader.resolve(entry->value);
-        FoundParts parts;
-        (void)scanValue(value.text(), 0, &parts);
-        if (!parts.references().empty())
-            throw DamagedDocument("an output intent that is no plain value");
-        entries.append(entry->key.text()).append(" ").append(value.text()).append("\n");
-        if (entries.size() > limits::kOutputIntentText)
-            throw DamagedDocument("too long an output intent");
-    }
-    return entries;
-}
-
-std::string bodyOf(ObjectReader& reader, const SourceObject& stream) {
-    const std::uint64_t length = reader.bodyLength(stream);
-    if (length > limits::kColourProfile) throw DamagedDocument("too large a colour profile");
-    const auto resolve = [&](Value value) { return reader.resolve(value); };
-    if (reader.isEncrypted() && StreamFilters(stream.value, resolve).cryptFilter())
-        throw DamagedDocument("a profile with a crypt filter");
-    return reader.body(stream, length);
-}
-
-}  // namespace
 
 OutputIntents OutputIntents::read(ObjectReader& reader, const Catalog& catalog) {
     OutputIntents result;
@@ -67,32 +34,31 @@ OutputIntents OutputIntents::readSound(ObjectReader& reader, const Catalog& cata
 OutputIntents::Intent OutputIntents::readIntent(ObjectReader& reader, Value intent) {
     constexpr std::string_view kProfile = "DestOutputProfile";
     Intent result;
-    result.entries = simpleEntries(reader, intent, kProfile);
+    result.entries = plainEntries(reader, intent, [&](Value key) {
+        return !key.isName(kProfile) && !key.isName("Metadata");
+    });
     const auto profile = intent.find(kProfile).reference();
     if (!profile || !reader.exists(*profile)) return result;
     const SourceObject stream = reader.read(profile->number);
-    if (!stream.isStream) return result;
-    result.profile = simpleEntries(reader, stream.value, "Length");
-    result.body = bodyOf(reader, stream);
+    if (stream.isStream) result.profile = ColourProfile::read(reader, stream);
     return result;
+}
+
+bool OutputIntents::match(OutputIntents& other, KeyedHash& hash) {
+    WorkBudget budget(limits::kComparedProfiles);
+    return std::ranges::equal(intents_, other.intents_, [&](Intent& one, Intent& another) {
+        if (one.entries != another.entries) return false;
+        if (!one.profile || !another.profile) return !one.profile && !another.profile;
+        return one.profile->matches(*another.profile, hash, budget);
+    });
 }
 
 std::uint32_t OutputIntents::write(DocumentWriter& writer) const {
     std::string array = "[";
     for (const Intent& intent : intents_) {
         array += "<<" + intent.entries;
-        if (!intent.profile.empty()) {
-            const std::uint32_t number = writer.reserve();
-            ByteBuffer& out = writer.beginStream(number);
-            out.append("<<");
-            out.append(intent.profile);
-            out.append("/Length ");
-            out.append(std::uint64_t{intent.body.size()});
-            out.append(">>");
-            std::ranges::copy(intent.body, writer.streamBody(intent.body.size()).begin());
-            writer.endStream();
-            array += "/DestOutputProfile " + referenceText(number);
-        }
+        if (intent.profile)
+            array += "/DestOutputProfile " + referenceText(intent.profile->write(writer));
         array += ">>";
     }
     const std::uint32_t number = writer.reserve();
@@ -107,7 +73,7 @@ void CommonOutputIntents::add(ObjectReader& reader, const Catalog& catalog) {
     OutputIntents intents = OutputIntents::read(reader, catalog);
     if (isFirst)
         common_ = std::move(intents);
-    else if (common_ != intents)
+    else if (!common_.match(intents, hash_))
         common_ = {};
 }
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "Platform/PDF/OutputIntents/ColourProfile.h"
 #include "Platform/PDF/Reading/Catalog.h"
 #include "Platform/PDF/Reading/ObjectReader.h"
 #include "Platform/PDF/Syntax/Value.h"
@@ -25,20 +26,20 @@ class OutputIntents {
     /// cannot be told as plain values. Throws DamagedDocument only where the source is exhausted.
     [[nodiscard]] static OutputIntents read(ObjectReader& reader, const Catalog& catalog);
 
+    /// Whether the document says of no device that it was made for it.
     [[nodiscard]] bool empty() const { return intents_.empty(); }
 
     /// Writes them; gives the number of their array.
     [[nodiscard]] std::uint32_t write(DocumentWriter& writer) const;
 
-    friend bool operator==(const OutputIntents&, const OutputIntents&) = default;
+    /// Whether both are for the same devices and give the same colours. Intents are always given
+    /// the same `hash`.
+    [[nodiscard]] bool match(OutputIntents& other, KeyedHash& hash);
 
  private:
     struct Intent {
         std::string entries;  // without the profile
-        std::string profile;  // the entries of its dictionary without /Length; empty for none
-        std::string body;
-
-        friend bool operator==(const Intent&, const Intent&) = default;
+        std::optional<ColourProfile> profile;
     };
 
     [[nodiscard]] static OutputIntents readSound(ObjectReader& reader, const Catalog& catalog);
@@ -58,6 +59,7 @@ class CommonOutputIntents {
 
  private:
     OutputIntents common_;
+    KeyedHash hash_;
     bool isFirst_ = true;
 };
 
