@@ -75,7 +75,7 @@ bool ActionRewriter::rewriteByKind(const Kind& kind, const DictionaryEntry& entr
     } else if (kind.goesTo && key.isName("SD")) {
         rewriteStructureDestination(entry.value, entries);
     } else if (kind.goesToThread && key.isName("D")) {
-        if (!entry.value.reference()) rewriteThread(entry.value, entries);
+        rewriteThread(entry.value, entries);
     } else if (kind.opensAddress && key.isName("URI")) {
         rewriteAddress(entry.value, entries);
     } else if (kind.page && key.isName("S")) {
@@ -125,7 +125,9 @@ void ActionRewriter::rewriteFlags(Value flags, EntryRewriter& entries) {
 
 /// A number or a title would mean another document's article.
 void ActionRewriter::rewriteThread(Value thread, EntryRewriter& entries) {
-    const auto meant = threads_.find(thread);
+    const Value resolved = copier_.reader().resolveIfSound(thread);
+    if (thread.reference() && resolved.isDictionary()) return;
+    const auto meant = threads_.find(resolved);
     const auto copy = meant ? copier_.map().map(*meant, Role::plain) : std::nullopt;
     if (copy)
         appendReference(*copy, entries.replace());
@@ -170,13 +172,6 @@ void ActionRewriter::rewriteStructureDestination(Value destination, EntryRewrite
     appendReference(*copy, out);
     destinations_.appendView(elements, out);
     out.append("]");
-}
-
-void AdditionalActionsRewriter::rewrite(Value value, MappedText& text, ByteBuffer& out) {
-    EntryRewriter entries(value, text, out);
-    while (const auto* const entry = entries.next())
-        copier_.copyAs(Role::action, entry->value, text, out);
-    entries.finish();
 }
 
 }  // namespace quirebind

@@ -23,6 +23,7 @@ namespace quirebind {
 /// address that counts from the document's own base says all itself.
 class ActionRewriter : public ObjectRewriter {
  public:
+    /// All must outlive this; `catalog` is that of the source that `copier` copies from.
     ActionRewriter(ObjectCopier& copier, Destinations& destinations, const Catalog& catalog)
         : copier_(copier),
           destinations_(destinations),
@@ -67,17 +68,6 @@ class ActionRewriter : public ObjectRewriter {
     std::optional<std::string> base_;  // of web addresses, once it is known
     WorkBudget room_;                  // for web addresses as they are written
     int depth_ = 0;                    // of the direct actions that stand in one another
-};
-
-/// Writes dictionaries of actions by what triggers them (12.6.3).
-class AdditionalActionsRewriter : public ObjectRewriter {
- public:
-    explicit AdditionalActionsRewriter(ObjectCopier& copier) : copier_(copier) {}
-
-    void rewrite(Value value, MappedText& text, ByteBuffer& out) override;
-
- private:
-    ObjectCopier& copier_;
 };
 
 }  // namespace quirebind

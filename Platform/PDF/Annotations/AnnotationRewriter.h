@@ -15,6 +15,7 @@ namespace quirebind {
 /// links lead to the copies of their pages, pop-ups and replies go with what they belong to.
 class AnnotationRewriter : public ObjectRewriter {
  public:
+    /// All must outlive this, and be about the source that `copier` copies from.
     AnnotationRewriter(ObjectCopier& copier, Destinations& destinations, const PageCopies& pages)
         : copier_(copier), destinations_(destinations), pages_(pages) {}
 

@@ -66,15 +66,31 @@ TEST(Articles, areListedWhereTheirBeadsDoNotNameThem) {
     EXPECT_THAT(all, HasSubstr("/Threads"));
 }
 
+// As Ghostscript writes them.
+TEST(Articles, areListedWhereTheirPagesDoNotListBeads) {
+    const std::string all = mergedTwice(
+        pageWith("",
+                 object(30, "<< /T 32 0 R /N 30 0 R /V 30 0 R /P 3 0 R /R [0 0 9 9] >>") +
+                     object(32, "<< /F 30 0 R /I << /Title (Story) >> >>") +
+                     object(33, "<< /F 34 0 R /I << /Title (Other) >> >>") +
+                     object(34, "<< /T 33 0 R /N 34 0 R /V 34 0 R /P 99 0 R /R [0 0 9 9] >>"),
+                 "/Threads [32 0 R 33 0 R]"));
+    EXPECT_EQ(countOf("/Title (Story)", all), 2U);
+    EXPECT_EQ(countOf("/Title (Other)", all), 0U);
+    EXPECT_THAT(all, HasSubstr("/Threads"));
+}
+
 // A number or a title would mean some other document's article.
 TEST(Articles, areWhereActionsLead) {
-    for (const std::string thread : {"1", "(Story)", "<FEFF00530074006F00720079>", "32 0 R"}) {
-        const std::string all = mergedTwice(pageWith(
-            "/AA << /O << /S /Thread /D " + thread + " /B 0 >> >>",
-            object(30, "<< /T 32 0 R /N 30 0 R /V 30 0 R /P 3 0 R /R [0 0 9 9] >>") +
-                object(32, "<< /F 30 0 R /I << /Title (Story) >> >>") +
-                object(33, "<< /F 34 0 R /I << /Title (Other) >> >>") + object(34, "<< >>"),
-            "/Threads [33 0 R 32 0 R]"));
+    for (const std::string thread :
+         {"1", "(Story)", "<FEFF00530074006F00720079>", "32 0 R", "35 0 R", "36 0 R"}) {
+        const std::string all = mergedTwice(
+            pageWith("/AA << /O << /S /Thread /D " + thread + " /B 0 >> >>",
+                     object(30, "<< /T 32 0 R /N 30 0 R /V 30 0 R /P 3 0 R /R [0 0 9 9] >>") +
+                         object(32, "<< /F 30 0 R /I << /Title (Story) >> >>") +
+                         object(33, "<< /F 34 0 R /I << /Title (Other) >> >>") +
+                         object(34, "<< >>") + object(35, "1") + object(36, "(Story)"),
+                     "/Threads [33 0 R 32 0 R]"));
         EXPECT_EQ(countOf("/Title (Story)", all), 2U) << thread;
         EXPECT_EQ(countOf("(Other)", all), 0U) << thread;
         EXPECT_THAT(all, Not(HasSubstr("/D 1"))) << thread;
@@ -169,6 +185,31 @@ TEST(OutputIntents, areNotKeptWhereSourcesDiffer) {
         EXPECT_THAT(mergedIntents({fogra, other, fogra}), Not(HasSubstr("FOGRA")));
         EXPECT_THAT(mergedIntents({other, fogra}), Not(HasSubstr("/OutputIntents")));
     }
+}
+
+// LibreOffice, for one, writes the time of the export into each document's profile.
+TEST(OutputIntents, areKeptWhereProfilesWereMadeAtDifferentTimes) {
+    const auto madeAt = [](const std::string& time, const std::string& colours) {
+        const std::string date = "2026-11-24" + time;
+        return madeFor("FOGRA39", std::string(24, 'x') + date.substr(0, 12) + std::string(48, 'x') +
+                                      (time + "digest of 16 bytes").substr(0, 16) +
+                                      std::string(28, 'x') + colours);
+    };
+    const std::string all = mergedIntents({madeAt("09", "sRGB"), madeAt("10", "sRGB")});
+    EXPECT_THAT(all, HasSubstr("/OutputIntents"));
+    EXPECT_EQ(countOf("(FOGRA39)", all), 1U);
+    EXPECT_THAT(mergedIntents({madeAt("09", "sRGB"), madeAt("10", "other")}),
+                Not(HasSubstr("/OutputIntents")));
+}
+
+TEST(OutputIntents, areKeptWhereProfilesAreEncodedDifferently) {
+    const std::string plain = madeFor("FOGRA39", "profile");
+    const std::string inHex =
+        replaced(madeFor("FOGRA39", "70726f66696c65>"), "/N 4", "/N 4 /Filter /ASCIIHexDecode");
+    EXPECT_EQ(countOf("(FOGRA39)", mergedIntents({plain, inHex})), 1U);
+    const std::string broken =
+        replaced(madeFor("FOGRA39", "7072!"), "/N 4", "/N 4 /Filter /ASCIIHexDecode");
+    EXPECT_THAT(mergedIntents({plain, broken}), Not(HasSubstr("/OutputIntents")));
 }
 
 TEST(OutputIntents, thatAreDamagedAreNone) {
