@@ -24,6 +24,8 @@ class ArticleImport : public DocumentPart {
     void finish() override;
 
  private:
+    [[nodiscard]] bool isCopied(Value value) const;
+
     ObjectCopier& copier_;
     const Catalog& catalog_;
     std::vector<std::uint32_t>& threads_;
