@@ -39,6 +39,7 @@ class MemoryFileSystem : public FileSystem {
     std::int64_t nextData(int, std::uint64_t offset) override {
         return offset < bytes_.size() ? static_cast<std::int64_t>(offset) : -ENXIO;
     }
+    int duplicate(int) override { return -EMFILE; }
     int map(int, std::uint64_t, std::span<char>) override { return -ENODEV; }
     ssize_t write(int, std::span<const std::byte>) override { return -EROFS; }
     int linkStatus(int, const char*, struct stat&) override { return -ENOENT; }

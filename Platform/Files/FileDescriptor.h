@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "Platform/Files/FileSystem.h"
+#include "Platform/Files/SystemCall.h"
 
 namespace quirebind {
 
@@ -25,6 +26,7 @@ class FileDescriptor {
     FileDescriptor(FileDescriptor&& other) noexcept
         : files_(other.files_), number_(std::exchange(other.number_, -1)) {}
 
+    /// Likewise; what was owned here before is closed, whatever close(2) says.
     FileDescriptor& operator=(FileDescriptor&& other) noexcept {
         if (this != &other) {
             static_cast<void>(close());
@@ -38,6 +40,13 @@ class FileDescriptor {
 
     /// The descriptor itself, -1 where nothing is owned. Remains owned by this object.
     [[nodiscard]] int number() const { return number_; }
+
+    /// Another owner of the same open file, with a descriptor of its own. Owns nothing where there
+    /// is no descriptor left for it, and where this owns nothing.
+    [[nodiscard]] FileDescriptor duplicate() const {
+        if (number_ < 0) return {};
+        return {*files_, uninterrupted([this] { return files_->duplicate(number_); })};
+    }
 
     /// Closes now and returns what close(2) says: 0 or a negated errno. Nothing is owned afterwards
     /// in either case.

@@ -31,6 +31,8 @@ class FileSystem {
 
     /// openat(2). `folder` may be AT_FDCWD.
     virtual int open(int folder, const char* path, int flags, mode_t mode) = 0;
+    /// fcntl(2) with F_DUPFD_CLOEXEC: another descriptor of the same open file.
+    virtual int duplicate(int file) = 0;
     /// close(2). The descriptor is gone even where this fails.
     virtual int close(int file) = 0;
     /// pread(2): fills at most `into` from `offset` (bytes from the start of the file).

@@ -64,6 +64,11 @@ class NativeFileSystem final : public FileSystem {
         return orError(::openat(folder, path, flags, mode));
     }
 
+    int duplicate(int file) override {
+        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): that is how fcntl(2) is declared.
+        return orError(::fcntl(file, F_DUPFD_CLOEXEC, 0));
+    }
+
     int close(int file) override { return orError(::close(file)); }
 
     ssize_t read(int file, std::span<std::byte> into, std::uint64_t offset) override {

@@ -29,6 +29,7 @@ namespace quirebind {
 /// of them and leads back to the beginning. For one thread.
 class TemporaryFile {
  public:
+    /// Is told how many of the first bytes have been written. What it throws ends `write`.
     using Written = std::function<void(std::size_t)>;
 
     /// `files` and the open `folder` must outlive this object.

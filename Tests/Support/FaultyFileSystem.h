@@ -29,6 +29,7 @@ namespace quirebind {
 enum class FileCall : std::uint8_t {
     open,
     openUnnamed,
+    duplicate,
     close,
     read,
     map,
@@ -47,13 +48,14 @@ enum class FileCall : std::uint8_t {
     creationMask,
 };
 
-inline constexpr std::size_t kFileCallKinds = 18;
+inline constexpr std::size_t kFileCallKinds = 19;
 
 inline std::string_view nameOf(FileCall call) {
     static constexpr std::array<std::string_view, kFileCallKinds> kNames{
-        "open",       "openUnnamed", "close",      "read",     "map",           "nextData",
-        "write",      "status",      "linkStatus", "readLink", "setMode",       "sync",
-        "syncFolder", "linkUnnamed", "rename",     "unlink",   "fileSizeLimit", "creationMask"};
+        "open",     "openUnnamed", "duplicate",     "close",       "read",
+        "map",      "nextData",    "write",         "status",      "linkStatus",
+        "readLink", "setMode",     "sync",          "syncFolder",  "linkUnnamed",
+        "rename",   "unlink",      "fileSizeLimit", "creationMask"};
     return kNames.at(static_cast<std::size_t>(call));
 }
 
@@ -156,6 +158,13 @@ class FaultyFileSystem : public FileSystem {
         const std::scoped_lock lock(mutex_);
         if (file >= 0) openFiles_.push_back(file);
         return file;
+    }
+
+    int duplicate(int file) override {
+        const int other = attempt(FileCall::duplicate, [&] { return under_.duplicate(file); });
+        const std::scoped_lock lock(mutex_);
+        if (other >= 0) openFiles_.push_back(other);
+        return other;
     }
 
     int close(int file) override {

@@ -63,6 +63,7 @@ TEST(NativeFileSystem, returnsTheSystemsErrorsNegated) {
     EXPECT_EQ(files.rename(AT_FDCWD, missing.c_str(), missing.c_str()), -ENOENT);
     EXPECT_EQ(files.unlink(AT_FDCWD, missing.c_str()), -ENOENT);
     EXPECT_EQ(files.linkUnnamed(-1, AT_FDCWD, missing.c_str()), -ENOENT);
+    EXPECT_EQ(files.duplicate(-1), -EBADF);
     EXPECT_EQ(files.close(-1), -EBADF);
     EXPECT_EQ(files.read(-1, bytes, 0), -EBADF);
     EXPECT_EQ(files.write(-1, bytes), -EBADF);
