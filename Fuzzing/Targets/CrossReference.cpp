@@ -8,7 +8,7 @@
 #include "Platform/PDF/Guards/DamagedDocument.h"
 #include "Platform/PDF/Reading/CrossReferenceReader.h"
 #include "Platform/PDF/Reading/Recovery/FileScanner.h"
-#include "Platform/PDF/Reading/Recovery/TableRebuild.h"
+#include "Platform/PDF/Reading/Recovery/TableOfFile.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace quirebind;  // NOLINT(google-build-using-namespace): a program of its own

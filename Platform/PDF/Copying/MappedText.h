@@ -39,8 +39,9 @@ class MappedText {
     /// Leaves out everything up to `end`.
     void skipTo(std::size_t end);
 
-    /// Where `part`, a value in this text, begins and ends in it.
+    /// Where `part`, a value in this text, begins in it.
     [[nodiscard]] std::size_t beginOf(Value part) const;
+    /// The offset behind its last byte.
     [[nodiscard]] std::size_t endOf(Value part) const { return beginOf(part) + part.text().size(); }
 
     /// The number of the object that `part` is; 0 where it is only part of one.

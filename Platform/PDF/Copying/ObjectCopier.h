@@ -39,10 +39,11 @@ class ObjectCopier {
           texts_(limits::kCopied, reader.image().storedBytes()),
           parts_(parts) {}
 
-    /// What it reads from, writes to, and numbers the copies by. They outlive this, but the last,
-    /// which is its own.
+    /// What it reads from. It outlives this.
     [[nodiscard]] ObjectReader& reader() { return reader_; }
+    /// What it writes to. It outlives this.
     [[nodiscard]] DocumentWriter& writer() { return writer_; }
+    /// What it numbers the copies by; a part of this.
     [[nodiscard]] ReferenceMap& map() { return map_; }
 
     /// From now on dictionaries and arrays of this role are written by `rewriter`, which must live

@@ -14,10 +14,15 @@
 
 namespace quirebind {
 
-/// The hashes that encryption in PDF is made of: 16, 32, 48 and 64 bytes of `data`.
+// The hashes that encryption in PDF is made of, as bytes.
+
+/// MD5 (RFC 1321): 16 bytes.
 [[nodiscard]] std::string md5(std::string_view data);
+/// SHA-256 (FIPS 180-4): 32 bytes.
 [[nodiscard]] std::string sha256(std::string_view data);
+/// SHA-384 (FIPS 180-4): 48 bytes.
 [[nodiscard]] std::string sha384(std::string_view data);
+/// SHA-512 (FIPS 180-4): 64 bytes.
 [[nodiscard]] std::string sha512(std::string_view data);
 
 /// The RC4 stream cipher with one key. Encrypting and decrypting are the same.
@@ -36,6 +41,7 @@ class RC4 {
 /// Decryption with AES in cipher block chaining mode with one key, of 16 bytes or of 32.
 class AESDecryption {
  public:
+    /// Bytes of a block, whatever the length of the key.
     static constexpr std::size_t kBlock = AES_BLOCK_SIZE;
 
     /// `key` has 16 or 32 bytes.

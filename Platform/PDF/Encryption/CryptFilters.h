@@ -38,9 +38,11 @@ class CryptFilters {
     /// one for them that it does not define.
     CryptFilters(Value dictionary, int version, const Resolve& resolve);
 
-    /// How strings, streams, and the streams that are embedded files are encrypted.
+    /// How strings are encrypted (/StrF).
     [[nodiscard]] CryptMethod strings() const { return strings_; }
+    /// How streams are that name no filter themselves (/StmF).
     [[nodiscard]] CryptMethod streams() const { return streams_; }
+    /// How the streams that are embedded files are (/EFF); as other streams where that is left out.
     [[nodiscard]] CryptMethod embeddedFiles() const { return embeddedFiles_; }
 
     /// That of a stream that names the filter itself (7.4.10). Before version 4 there is nothing to

@@ -12,6 +12,7 @@ namespace quirebind {
 /// it.
 class DamagedDocument : public std::runtime_error {
  public:
+    /// From a text that says what is wrong.
     using std::runtime_error::runtime_error;
 };
 

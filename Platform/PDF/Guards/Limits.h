@@ -26,6 +26,12 @@ inline constexpr std::size_t kNesting = 1024;
 /// the destinations of a document in the old notation.
 inline constexpr std::size_t kEntries = std::size_t{1} << 20U;
 
+/// Objects of a document whose dictionaries are closed for it, and where the end of such an object
+/// is looked for, in bytes from its beginning. The files that have any have one or two, and short
+/// ones.
+inline constexpr std::size_t kUnclosedObjects = 64;
+inline constexpr std::size_t kUnclosedObject = std::size_t{16} << 10U;
+
 /// How many references may lead from one to the next before a value is reached.
 inline constexpr int kReferenceChain = 32;
 
@@ -36,6 +42,7 @@ inline constexpr std::size_t kPageTreeDepth = 4096;
 /// Pages of one document: so many in any, and one more for every few bytes of the file. A page tree
 /// may list a node twice, so that without this a few hundred bytes are a billion pages.
 inline constexpr std::uint64_t kPages = 16384;
+/// Of the file, for one more page.
 inline constexpr std::uint64_t kBytesPerPage = 4;
 
 /// Cross-reference sections (one for each incremental update, two when linearized).
@@ -45,10 +52,15 @@ inline constexpr std::size_t kCrossReferenceSections = 65536;
 /// stand in their parents directly, which no real tree does.
 inline constexpr Allowance kTreeNodes{.fixed = std::uint64_t{4} << 20U, .perByte = 16};
 
-/// Output intents of a document, and bytes of the colour profile of one. The largest that are used
-/// have a few megabytes; until all sources are known to agree, they are held in memory.
+/// Output intents of a document. Real ones have one, or one for each standard that they follow.
 inline constexpr std::size_t kOutputIntents = 16;
+/// Bytes of the colour profile of an output intent. The largest that are used have a few megabytes;
+/// until all sources are known to agree, they are held in memory.
 inline constexpr std::uint64_t kColourProfile = std::uint64_t{16} << 20U;
+
+/// Bytes of colour profiles, encoded and decoded, that are looked at to compare two documents'
+/// output intents.
+inline constexpr std::uint64_t kComparedProfiles = 2 * kColourProfile;
 
 /// The longest text of an output intent, and of the dictionary of its profile: each is written with
 /// all that it refers to. Real ones have a few hundred bytes.
@@ -129,9 +141,9 @@ inline constexpr int kNestedFields = 64;
 /// How far up the parents of a field are asked for what it inherits.
 inline constexpr int kFieldParents = 32;
 
-/// Fields of one document that the preview draws, and bytes of what says how they look: packed, a
-/// field takes hardly any of its file.
+/// Fields of one document that the preview draws: packed, a field takes hardly any of its file.
 inline constexpr std::size_t kDrawnFields = 100'000;
+/// And bytes of what says how they look.
 inline constexpr Allowance kDrawnFieldText{.fixed = std::uint64_t{8} << 20U, .perByte = 32};
 
 /// The titles of a source's articles, each counted again.
@@ -151,8 +163,9 @@ inline constexpr Allowance kRenamed{.fixed = std::uint64_t{4} << 20U, .perByte =
 inline constexpr std::size_t kDefaultAppearance = 256;
 
 /// Work, in bytes looked at, for telling whether a default resource of a form is the same as
-/// another: for one, and for all of a source. Beyond that it counts as different from all others.
+/// another: for one. Beyond that it counts as different from all others.
 inline constexpr std::uint64_t kComparedResource = std::uint64_t{1} << 20U;
+/// The same for all of a source together.
 inline constexpr std::uint64_t kComparedResources = std::uint64_t{32} << 20U;
 
 /// The shortest body of a stream that is worth being shared by several sources, in bytes.
@@ -199,9 +212,10 @@ inline constexpr std::size_t kObjectStreamMembers = std::size_t{1} << 20U;
 /// Filters on one stream.
 inline constexpr std::size_t kFilters = 16;
 
-/// What a predictor is told of its rows. Writers use four colours and some ten thousand columns;
-/// the bits of a row of this size are still counted in 64 bits.
+/// Components of a pixel that a predictor is told of. Writers use four.
 inline constexpr int kPredictorColours = 32;
+/// Pixels of its rows. Writers use some ten thousand; the bits of a row of this size are still
+/// counted in 64 bits.
 inline constexpr int kPredictorColumns = 1 << 24;
 
 /// The longest beginning of an object ("12 0 obj", and white space in it) that is sure to be

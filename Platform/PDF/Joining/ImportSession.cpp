@@ -32,6 +32,16 @@ ImportSession::ImportSession(SourceDocument& source, OutputParts& output)
       unlistedLayers_(copier_, output.layers),
       inserted_(source.pageTree().pages().size()),
       toInsert_(inserted_.size()) {
+    setRewriters();
+    output.writer.addSource(source.reader().image().size());
+    output.writer.allowPacked(static_cast<double>(source.reader().table().storedBytes()));
+    assignPages(source);
+    addParts(source.catalog(), output);
+    output.outputIntents.add(source.reader(), source.catalog());
+    addStructure(source.catalog(), output);
+}
+
+void ImportSession::setRewriters() {
     copier_.setRewriter(Role::annotation, annotations_);
     copier_.setRewriter(Role::action, actions_);
     copier_.setRewriter(Role::additionalActions, additionalActions_);
@@ -39,9 +49,10 @@ ImportSession::ImportSession(SourceDocument& source, OutputParts& output)
     copier_.setRewriter(Role::fieldNames, fieldNames_);
     copier_.setRewriter(Role::script, scripts_);
     copier_.setRewriter(Role::layer, unlistedLayers_);
+}
 
-    output.writer.addSource(source.reader().image().size());
-    output.writer.allowPacked(static_cast<double>(source.reader().table().storedBytes()));
+/// Settles what references to pages become, and those to what no page needs.
+void ImportSession::assignPages(const SourceDocument& source) {
     ReferenceMap& map = copier_.map();
     for (const std::uint32_t object : source.documentObjects()) map.assignNull(object);
     for (const PageTree::Node& node : source.pageTree().nodes()) map.assignNull(node.object);
@@ -52,8 +63,10 @@ ImportSession::ImportSession(SourceDocument& source, OutputParts& output)
         // pages; references lead to the first.
         if (object != 0 && !map.isAssigned(object)) map.assignPage(object, i);
     }
+}
 
-    const Catalog& catalog = source.catalog();
+/// What pages share, but for the structure.
+void ImportSession::addParts(const Catalog& catalog, OutputParts& output) {
     if (!catalog.find("OCProperties").isNull())
         parts_.push_back(std::make_unique<LayerImport>(copier_, catalog, output.layers));
     if (!catalog.find("Threads").isNull())
@@ -64,8 +77,6 @@ ImportSession::ImportSession(SourceDocument& source, OutputParts& output)
         annotations_.setFieldRewriter(fields_);
         actions_.setForm(formChanges_);
     }
-    output.outputIntents.add(source.reader(), catalog);
-    addStructure(catalog, output);
 }
 
 /// The last of the parts, since elements refer to what the others copy. What has lost its structure

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "Platform/PDF/Actions/ActionRewriter.h"
+#include "Platform/PDF/Actions/AdditionalActionsRewriter.h"
 #include "Platform/PDF/Actions/NavigationNodeRewriter.h"
 #include "Platform/PDF/Annotations/AnnotationRewriter.h"
 #include "Platform/PDF/Copying/DocumentPart.h"
@@ -62,6 +63,9 @@ class ImportSession : public SourceObserver {
 
  private:
     void numberPackedPages(std::size_t first);
+    void setRewriters();
+    void assignPages(const SourceDocument& source);
+    void addParts(const Catalog& catalog, OutputParts& output);
     void addStructure(const Catalog& catalog, OutputParts& output);
 
     std::uint64_t serial_;

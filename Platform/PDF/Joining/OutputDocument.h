@@ -19,11 +19,13 @@ namespace quirebind {
 /// A document being put together: the writing side of PDFDocument. Used by one thread.
 class OutputDocument {
  public:
+    /// A document without pages.
     OutputDocument() : pageTree_(parts_.writer) {}
 
     /// See PDFDocument::borrowing.
     void borrowLongBodies() { parts_.writer.borrowLongBodies(); }
 
+    /// The pages that were inserted so far, however often one of them was.
     [[nodiscard]] std::size_t pageCount() const { return pageTree_.pageCount(); }
 
     /// Copies page `page` of `source` to `index` (at most pageCount). The first page from a source

@@ -25,6 +25,7 @@ namespace quirebind {
 /// sources would clash, and most of the names that a document has are never used.
 class Destinations {
  public:
+    /// All must outlive this, and be about one source.
     Destinations(ObjectReader& reader, NamedDestinations& names, const PageCopies& pages)
         : reader_(reader),
           names_(names),

@@ -12,9 +12,10 @@
 #include "Platform/PDF/Filters/StreamDecoder.h"
 #include "Platform/PDF/Guards/DamagedDocument.h"
 #include "Platform/PDF/Guards/Limits.h"
-#include "Platform/PDF/Reading/ObjectReader.h"
+#include "Platform/PDF/Reading/ReadIndirectObject.h"
 #include "Platform/PDF/Reading/StreamBody.h"
 #include "Platform/PDF/Syntax/Characters.h"
+#include "Platform/PDF/Syntax/UnsignedNumber.h"
 
 namespace quirebind {
 namespace {

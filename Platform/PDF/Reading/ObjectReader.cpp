@@ -9,16 +9,12 @@
 #include "Platform/PDF/Filters/StreamDecoder.h"
 #include "Platform/PDF/Guards/DamagedDocument.h"
 #include "Platform/PDF/Guards/Limits.h"
-#include "Platform/PDF/Reading/Recovery/FileScanner.h"
-#include "Platform/PDF/Reading/Recovery/SyntaxCheck.h"
-#include "Platform/PDF/Reading/Recovery/TableRebuild.h"
+#include "Platform/PDF/Reading/ReadIndirectObject.h"
+#include "Platform/PDF/Reading/Recovery/SoundDictionaries.h"
 #include "Platform/PDF/Reading/StreamBody.h"
 
 namespace quirebind {
 namespace {
-
-/// How much of the file is looked at first for an object: most are smaller.
-constexpr std::size_t kFirstLook = 1024;
 
 /// An object that cannot be read takes as long as reading so many bytes: exceptions are thrown, and
 /// whoever wanted it may want it again and again.
@@ -33,28 +29,11 @@ bool beginsInsideNumber(SourceImage& image, std::uint64_t offset) {
 
 }  // namespace
 
-IndirectObject readIndirectObject(SourceImage& image, std::uint64_t offset, WorkBudget& budget,
-                                  FoundParts* parts) {
-    std::size_t length = kFirstLook;
-    for (;;) {
-        const std::string_view text = image.view(offset, length);
-        const bool isWhole = offset + text.size() >= image.size();
-        if (auto object = parseIndirectObject(text, isWhole, parts)) {
-            budget.spend(object->looked);
-            return *object;
-        }
-        budget.spend(text.size());
-        if (isWhole) throw DamagedDocument("no object where one should be");
-        length = 2 * text.size();
-    }
-}
-
 ObjectReader::ObjectReader(SourceImage image, ObjectTable table)
     : image_(std::move(image)),
       table_(std::move(table)),
       syntax_(limits::kSyntax, image_.storedBytes()),
-      decoding_(limits::kDecoded, image_.storedBytes()),
-      roomForDecrypted_(sizeDecrypted()) {}
+      decoding_(limits::kDecoded, image_.storedBytes()) {}
 
 bool ObjectReader::exists(Reference reference) {
     if (isListed(reference)) return true;
@@ -143,24 +122,37 @@ SourceObject ObjectReader::readPacked(std::uint32_t number, FoundParts* parts) {
 
 /// The object, which is listed as one of the file itself.
 SourceObject ObjectReader::readInFile(std::uint32_t number, FoundParts* parts) {
+    if (const ClosedObject* const closed = mender_.closed(number); closed != nullptr)
+        return readClosed(number, *closed, parts);
     try {
         return readFromFile(number, table_.find(number).position, parts);
     } catch (const DamagedDocument&) {
         syntax_.spend(kFailedRead);
-        if (!mend(number)) throw;
+        if (!mend(number)) {
+            const ClosedObject* const closed =
+                mender_.close(number, table_.find(number).position, image_, syntax_);
+            if (closed == nullptr) throw;
+            return readClosed(number, *closed, parts);
+        }
     }
     return readFromFile(number, table_.find(number).position, parts);
+}
+
+/// The object, whose dictionaries had to be closed.
+SourceObject ObjectReader::readClosed(std::uint32_t number, const ClosedObject& closed,
+                                      FoundParts* parts) {
+    syntax_.spend(closed.text.size());
+    auto found = parseIndirectObject(closed.text, true, parts);
+    if (!found) throw DamagedDocument("no object where one should be");
+    found->end -= closed.added;
+    return sourceObject(number, table_.find(number).position, *found, parts);
 }
 
 /// Lists the object where it really is. False where it is nowhere, or where the table says.
 bool ObjectReader::mend(std::uint32_t number) {
     if (!mends_) return false;
-    if (!found_) {
-        found_.emplace(image_.size());  // stays empty where the scan fails
-        found_ = tableOfFile(FileScanner(image_).scan(), image_.size());
-    }
     const ObjectLocation listed = table_.find(number);
-    const ObjectLocation found = found_->find(number);
+    const ObjectLocation found = mender_.find(number, image_);
     if (found.kind != ObjectLocation::Kind::inFile) return false;
     if (listed.kind == found.kind && listed.position == found.position) return false;
     table_.replace(number, found);
@@ -170,42 +162,28 @@ bool ObjectReader::mend(std::uint32_t number) {
 SourceObject ObjectReader::readFromFile(std::uint32_t number, std::uint64_t offset,
                                         FoundParts* parts) {
     const IndirectObject found = readIndirectObject(image_, offset, syntax_, parts);
-    if (found.id.number != number || beginsInsideNumber(image_, offset))
+    if (beginsInsideNumber(image_, offset))
         throw DamagedDocument("another object than the table says");
+    return sourceObject(number, offset, found, parts);
+}
+
+/// What was `found` where the object `number` should be, in clear. Its ends count from `offset`.
+SourceObject ObjectReader::sourceObject(std::uint32_t number, std::uint64_t offset,
+                                        const IndirectObject& found, FoundParts* parts) {
+    if (found.id.number != number) throw DamagedDocument("another object than the table says");
     SourceObject object;
     object.number = number;
     object.value = found.value;
     object.isStream = found.isStream;
     object.bodyOffset = offset + found.end;
     object.generation = found.id.generation;
-    if (decryptor_) decryptStrings(object, parts);
+    if (decryption_) decryption_->decryptStrings(object, parts, syntax_);
     return object;
 }
 
-void ObjectReader::decryptStrings(SourceObject& object, FoundParts* parts) {
-    if (object.isStream && isCrossReferenceStream(object.value)) return;
-    auto held = decrypted_.find(object.number);
-    if (held == decrypted_.end()) {
-        auto text =
-            decryptor_->decryptStrings(object.value, {object.number, object.generation}, syntax_);
-        if (!text) return;
-        roomForDecrypted_.spend(text->size());
-        held = decrypted_.emplace(object.number, std::move(*text)).first;
-    }
-    object.value = Value(held->second);
-    (void)scanValue(held->second, 0, parts);  // only the strings are others now
-}
-
-/// How much may be held of what was decrypted: more than a file has, even if every byte is escaped.
-std::uint64_t ObjectReader::sizeDecrypted() const {
-    return limits::kResidentBytes + 2 * image_.size();
-}
-
 void ObjectReader::decryptWith(Decryptor decryptor) {
-    decryptor_ = std::make_unique<const Decryptor>(std::move(decryptor));
+    decryption_ = std::make_unique<ObjectDecryption>(std::move(decryptor), image_.size());
     streams_.clear();
-    recent_.clear();
-    streamsCost_ = 0;
 }
 
 std::string ObjectReader::body(const SourceObject& stream, std::uint64_t length) {
@@ -222,8 +200,7 @@ std::string ObjectReader::decryptedBody(const SourceObject& stream, std::uint64_
                                         const StreamFilters& filters) {
     std::string body(static_cast<std::size_t>(length), '\0');
     image_.copy(stream.bodyOffset, body);
-    return decryptor_->decryptBody(std::move(body), stream.value, filters,
-                                   {stream.number, stream.generation});
+    return decryption_->decryptBody(std::move(body), stream, filters);
 }
 
 SourceObject ObjectReader::readFromStream(std::uint32_t number, const ObjectLocation& location,
@@ -240,20 +217,13 @@ SourceObject ObjectReader::readFromStream(std::uint32_t number, const ObjectLoca
 }
 
 ObjectStream& ObjectReader::objectStream(std::uint32_t number) {
-    if (const auto cached = streams_.find(number); cached != streams_.end()) {
-        recent_.splice(recent_.begin(), recent_, cached->second);
-        return *cached->second->stream;
-    }
-    auto stream = decodeObjectStream(number);
-    streamsCost_ += stream->cost();
-    recent_.push_front({number, std::move(stream)});
-    streams_.emplace(number, recent_.begin());
-    return *recent_.front().stream;
+    if (ObjectStream* const known = streams_.find(number); known != nullptr) return *known;
+    return streams_.add(number, decodeObjectStream(number));
 }
 
 /// Everything that this needs, a /Length for instance, must stand in the file itself: an object
 /// stream cannot hold what it takes to read an object stream (ISO 32000-2, 7.5.7).
-std::unique_ptr<ObjectStream> ObjectReader::decodeObjectStream(std::uint32_t number) {
+ObjectStream ObjectReader::decodeObjectStream(std::uint32_t number) {
     if (table_.find(number).kind != ObjectLocation::Kind::inFile && !mend(number))
         throw DamagedDocument("no object stream where one should be");
     const SourceObject object = readInFile(number, nullptr);
@@ -264,10 +234,10 @@ std::unique_ptr<ObjectStream> ObjectReader::decodeObjectStream(std::uint32_t num
     // What is decoded counts, too, but that may be little of much.
     decoding_.spend(length);
     std::string decrypted;
-    if (decryptor_) {
+    if (decryption_) {
         decrypted = decryptedBody(object, length, StreamFilters(object.value, inFile));
     }
-    const std::string_view body = decryptor_
+    const std::string_view body = decryption_
                                       ? std::string_view(decrypted)
                                       : image_.view(object.bodyOffset, length).substr(0, length);
     Decoded decoded = decodeStream(object.value, body, inFile, decoding_);
@@ -279,9 +249,8 @@ std::unique_ptr<ObjectStream> ObjectReader::decodeObjectStream(std::uint32_t num
     if (!first || !count || *first < 0 || *count < 0 ||
         static_cast<std::uint64_t>(*first) > decoded.bytes.size())
         throw DamagedDocument("an object stream without a usable /First or /N");
-    return std::make_unique<ObjectStream>(
-        std::move(decoded.bytes), length, static_cast<std::size_t>(*first),
-        static_cast<std::size_t>(*count), decoded.status == DecodeStatus::complete);
+    return {std::move(decoded.bytes), length, static_cast<std::size_t>(*first),
+            static_cast<std::size_t>(*count), decoded.status == DecodeStatus::complete};
 }
 
 std::vector<std::uint32_t> ObjectReader::membersOf(std::uint32_t stream) {
@@ -336,16 +305,10 @@ std::uint64_t ObjectReader::bodyLength(const SourceObject& stream, Value declare
 
 void ObjectReader::trim() {
     image_.trim();
-    decrypted_.clear();
-    roomForDecrypted_ = WorkBudget(sizeDecrypted());
+    if (decryption_) decryption_->trim();
     // What a small file leaves is for what it decodes to.
     const auto ofFile = std::min<std::uint64_t>(image_.size(), limits::kResidentBytes);
-    const std::uint64_t room = 2 * limits::kResidentBytes - ofFile;
-    while (streamsCost_ > room && recent_.size() > 1) {
-        streamsCost_ -= recent_.back().stream->cost();
-        streams_.erase(recent_.back().number);
-        recent_.pop_back();
-    }
+    streams_.trim(2 * limits::kResidentBytes - ofFile);
 }
 
 }  // namespace quirebind

@@ -4,7 +4,6 @@
 #pragma once
 
 #include <cstdint>
-#include <list>
 #include <map>
 #include <memory>
 #include <optional>
@@ -14,24 +13,16 @@
 #include "Platform/PDF/Encryption/Decryptor.h"
 #include "Platform/PDF/Guards/DamagedDocument.h"
 #include "Platform/PDF/Guards/WorkBudget.h"
-#include "Platform/PDF/Reading/ObjectStream.h"
+#include "Platform/PDF/Reading/ObjectDecryption.h"
+#include "Platform/PDF/Reading/ObjectStreamCache.h"
 #include "Platform/PDF/Reading/ObjectTable.h"
 #include "Platform/PDF/Reading/Recovery/LostObjects.h"
+#include "Platform/PDF/Reading/Recovery/ObjectMender.h"
 #include "Platform/PDF/Reading/SourceImage.h"
+#include "Platform/PDF/Reading/SourceObject.h"
 #include "Platform/PDF/Syntax/IndirectObject.h"
 
 namespace quirebind {
-
-/// One object of a source, as text. Valid until ObjectReader::trim.
-struct SourceObject {
-    std::uint32_t number = 0;
-    std::uint32_t generation = 0;  ///< As the object itself says.
-    Value value;  ///< For a stream, its dictionary. Null for an object that is not there.
-    bool isStream = false;
-    bool packed = false;           ///< It came out of an object stream.
-    double packedSize = 0;         ///< What it took there, compressed, in bytes.
-    std::uint64_t bodyOffset = 0;  ///< Where a stream's body begins.
-};
 
 /// Fetches the objects of one source by number, from the file or out of its object streams.
 ///
@@ -47,7 +38,10 @@ class ObjectReader {
     [[nodiscard]] const ObjectTable& table() const { return table_; }
 
     /// From now on the document is read by this table.
-    void replaceTable(ObjectTable table) { table_ = std::move(table); }
+    void replaceTable(ObjectTable table) {
+        table_ = std::move(table);
+        mender_.forgetClosed();
+    }
 
     /// From now on a reference to one of these objects is damage.
     void setLostObjects(LostObjects lost) { lost_ = std::move(lost); }
@@ -97,7 +91,8 @@ class ObjectReader {
 
     /// Lets whatever is read from here on be read in clear: strings, and what object streams hold.
     void decryptWith(Decryptor decryptor);
-    [[nodiscard]] bool isEncrypted() const { return decryptor_ != nullptr; }
+    /// Whether decryptWith was called.
+    [[nodiscard]] bool isEncrypted() const { return decryption_ != nullptr; }
 
     /// The body, of `length` bytes, of a stream, in clear. Its filters still apply.
     [[nodiscard]] std::string body(const SourceObject& stream, std::uint64_t length);
@@ -119,18 +114,15 @@ class ObjectReader {
     [[nodiscard]] bool mend(std::uint32_t number);
     [[nodiscard]] SourceObject readFromFile(std::uint32_t number, std::uint64_t offset,
                                             FoundParts* parts);
+    [[nodiscard]] SourceObject readClosed(std::uint32_t number, const ClosedObject& closed,
+                                          FoundParts* parts);
+    [[nodiscard]] SourceObject sourceObject(std::uint32_t number, std::uint64_t offset,
+                                            const IndirectObject& found, FoundParts* parts);
     [[nodiscard]] SourceObject readFromStream(std::uint32_t number, const ObjectLocation& location,
                                               FoundParts* parts);
-    void decryptStrings(SourceObject& object, FoundParts* parts);
-    [[nodiscard]] std::uint64_t sizeDecrypted() const;
     [[nodiscard]] ObjectStream& objectStream(std::uint32_t number);
-    [[nodiscard]] std::unique_ptr<ObjectStream> decodeObjectStream(std::uint32_t number);
+    [[nodiscard]] ObjectStream decodeObjectStream(std::uint32_t number);
     [[nodiscard]] Value resolveInFile(Value value);
-
-    struct CachedStream {
-        std::uint32_t number;
-        std::unique_ptr<ObjectStream> stream;
-    };
 
     SourceImage image_;
     ObjectTable table_;
@@ -140,13 +132,9 @@ class ObjectReader {
     bool mends_ = false;
     std::optional<Reference> present_;  // what was last found to lead to something
     std::map<std::uint32_t, std::uint32_t> longPresent_;  // the same of all that is long
-    std::optional<ObjectTable> found_;  // the objects of the file, once an entry was wrong
-    std::list<CachedStream> recent_;    // the most recently used first
-    std::map<std::uint32_t, std::list<CachedStream>::iterator> streams_;
-    std::size_t streamsCost_ = 0;
-    std::unique_ptr<const Decryptor> decryptor_;      // none where nothing is encrypted
-    std::map<std::uint32_t, std::string> decrypted_;  // texts by object number, until trim
-    WorkBudget roomForDecrypted_;                     // in bytes
+    ObjectMender mender_;
+    ObjectStreamCache streams_;
+    std::unique_ptr<ObjectDecryption> decryption_;  // none where nothing is encrypted
 };
 
 /// Calls `read`, which may find damage in what no page needs: that is passed over, and the answer
@@ -161,10 +149,5 @@ bool attempt(ObjectReader& reader, Read read) {
         return false;
     }
 }
-
-/// The parsed object at `offset`, with as much of the file fetched as it takes. Throws
-/// DamagedDocument where there is none.
-[[nodiscard]] IndirectObject readIndirectObject(SourceImage& image, std::uint64_t offset,
-                                                WorkBudget& budget, FoundParts* parts = nullptr);
 
 }  // namespace quirebind

@@ -11,6 +11,7 @@ namespace quirebind {
 
 /// Where a cross-reference section says that an object is (ISO 32000-2, 7.5.4 and 7.5.8).
 struct ObjectLocation {
+    /// What sort of place it is.
     enum class Kind : std::uint8_t {
         unlisted,  ///< No section speaks of it: a reference to it means null.
         free,      ///< Deleted: likewise.

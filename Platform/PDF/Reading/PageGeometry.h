@@ -19,10 +19,13 @@ class SourceDocument;
 /// 7.7.3.3 and 14.11.2). What is missing or makes no sense counts as US Letter, as in other
 /// readers.
 struct PageGeometry {
+    /// The edges of what is shown, in points of the page's user space.
+    /// @{
     double left = 0;
     double bottom = 0;
     double right = PageSize().width;
     double top = PageSize().height;
+    /// @}
     int quarterTurns = 0;  ///< Clockwise, from 0 to 3.
 
     /// Width and height in points, as the page is shown.
@@ -33,6 +36,7 @@ struct PageGeometry {
         double x = 0;
         double y = 0;
     };
+    /// See Point; a point outside of the crop box is shown outside of the page.
     [[nodiscard]] Point shown(double x, double y) const;
 };
 

@@ -6,8 +6,6 @@
 #include <array>
 #include <string_view>
 
-#include "Platform/PDF/Reading/PageTree.h"
-
 namespace quirebind {
 namespace {
 

@@ -11,7 +11,6 @@
 
 #include "Platform/PDF/Guards/DamagedDocument.h"
 #include "Platform/PDF/Guards/Limits.h"
-#include "Platform/PDF/Reading/PageKey.h"
 
 namespace quirebind {
 namespace {

@@ -7,39 +7,39 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "Platform/PDF/Reading/ObjectReader.h"
+#include "Platform/PDF/Reading/PageKey.h"
 
 namespace quirebind {
-
-/// The attributes that a page takes from its ancestors where it has none of its own
-/// (ISO 32000-2, 7.7.3.4).
-inline constexpr std::array<std::string_view, 4> kInheritableAttributes{"Resources", "MediaBox",
-                                                                        "CropBox", "Rotate"};
 
 /// The pages of a source in order, with what each inherits.
 class PageTree {
  public:
     /// Which value stands for each of kInheritableAttributes, as an index; kNone for none.
     using Inheritance = std::array<std::uint32_t, kInheritableAttributes.size()>;
+    /// No index.
     static constexpr std::uint32_t kNone = 0xffffffff;
 
+    /// Where a page stands: in which node, and as which object or in its parent directly.
     struct Page {
         std::uint32_t object = 0;      ///< 0 for a page that is no object of its own.
         std::uint32_t node = 0;        ///< An index into the nodes.
         std::uint32_t direct = kNone;  ///< An index into those that are no objects.
 
+        /// Whether the page stands in its parent directly.
         [[nodiscard]] bool isDirect() const { return direct != kNone; }
     };
+    /// A node that has pages, or nodes, below it.
     struct Node {
         std::uint32_t object = 0;  ///< 0 for a node that is no object of its own.
         Inheritance inherited{};
     };
 
-    /// The pages in the order of the document, and the nodes that they are in.
+    /// The pages in the order of the document.
     [[nodiscard]] const std::vector<Page>& pages() const { return pages_; }
+    /// The nodes that Page::node is an index into.
     [[nodiscard]] const std::vector<Node>& nodes() const { return nodes_; }
     /// The inheritable attributes written at nodes, as text.
     [[nodiscard]] const std::vector<std::string>& values() const { return values_; }

@@ -15,7 +15,8 @@
 #include "Platform/PDF/Reading/Recovery/FileScanner.h"
 #include "Platform/PDF/Reading/Recovery/LostObjects.h"
 #include "Platform/PDF/Reading/Recovery/RootSearch.h"
-#include "Platform/PDF/Reading/Recovery/TableRebuild.h"
+#include "Platform/PDF/Reading/Recovery/TableOfFile.h"
+#include "Platform/PDF/Reading/Recovery/TableWithStreams.h"
 
 namespace quirebind {
 namespace {
@@ -69,8 +70,8 @@ SourceDocument::~SourceDocument() {
 //  2. The catalog and the page tree are read by them: every object has to be where it should be,
 //     every node and page what it should be.
 //  3. Where 1 or 2 fails, the whole file is scanned for objects (FileScanner). They make a new
-//     table (TableRebuild) and say where the document begins (RootSearch). What the old sections
-//     say of objects that were not found is remembered (LostObjects).
+//     table (tableWithStreams) and say where the document begins (RootSearch). What the old
+//     sections say of objects that were not found is remembered (LostObjects).
 //  4. The catalog and the page tree are read again, by the new table; damage in the tree is now
 //     bypassed as long as no page is lost. Where that fails, the document is refused.
 //  5. Where 1 and 2 did not fail, but a page needs an object that is not where it should be, the

@@ -26,6 +26,8 @@ class SourceObserver {
     SourceObserver(SourceObserver&&) = delete;
     SourceObserver& operator=(SourceObserver&&) = delete;
     virtual ~SourceObserver() = default;
+    /// Called on the thread that closes the source, from its destructor: once, and the last time
+    /// that it may be used.
     virtual void sourceWillClose() noexcept = 0;
 };
 
@@ -53,6 +55,7 @@ class SourceDocument {
     [[nodiscard]] std::uint64_t serial() const { return serial_; }
     /// Where the file is; nothing where it was open already.
     [[nodiscard]] const std::optional<URL>& url() const { return url_; }
+    /// Whether it does not open without a password. Its version is that of its header then.
     [[nodiscard]] bool isLocked() const { return locked_; }
     /// The header's or the catalog's, whichever is higher (ISO 32000-2, 7.5.2).
     [[nodiscard]] Version version() const { return version_; }
@@ -68,12 +71,15 @@ class SourceDocument {
     [[nodiscard]] const std::vector<std::uint32_t>& documentObjects() const {
         return documentObjects_;
     }
+    /// Its objects; a part of this.
     [[nodiscard]] ObjectReader& reader() { return *reader_; }
 
     /// Whether the file on disk is still what was opened.
     [[nodiscard]] bool unchanged() const { return reader_->image().unchanged(); }
+    /// See PDFDocument::lentFile.
     [[nodiscard]] std::optional<FileStamp> lentFile() const { return reader_->image().lentFile(); }
 
+    /// Lets `observer` be told of the end, if it still lives then.
     void addObserver(std::weak_ptr<SourceObserver> observer);
 
  private:

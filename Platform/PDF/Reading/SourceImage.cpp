@@ -6,11 +6,8 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
-#include <string>
+#include <utility>
 
-#include <fcntl.h>
-
-#include "Platform/Files/SystemCall.h"
 #include "Platform/PDF/Guards/DamagedDocument.h"
 #include "Platform/PDF/Guards/Limits.h"
 
@@ -23,36 +20,22 @@ constexpr std::uint64_t kSmallFile = std::uint64_t{256} << 10U;
 }  // namespace
 
 std::optional<SourceImage> SourceImage::open(const URL& url, FileSystem& files) {
-    if (!url.isFileURL()) return std::nullopt;
-    const std::string path(url.path());
-    if (path.find('\0') != std::string::npos) return std::nullopt;
-    // O_NONBLOCK: opening a FIFO that nobody writes to would wait for ever.
-    const int descriptor = uninterrupted([&] {
-        return files.open(AT_FDCWD, path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, 0);
-    });
-    if (descriptor < 0) return std::nullopt;
-    return adopt(FileDescriptor(files, descriptor), files);
+    auto file = SourceFile::open(url, files);
+    return file ? std::optional(SourceImage(std::move(*file))) : std::nullopt;
 }
 
 std::optional<SourceImage> SourceImage::adopt(FileDescriptor file, FileSystem& files) {
-    struct stat status{};
-    const int result = uninterrupted([&] { return files.status(file.number(), status); });
-    if (result < 0 || !S_ISREG(status.st_mode)) return std::nullopt;
-    return SourceImage(files, std::move(file), status);
+    auto adopted = SourceFile::adopt(std::move(file), files);
+    return adopted ? std::optional(SourceImage(std::move(*adopted))) : std::nullopt;
 }
 
-SourceImage::SourceImage(FileSystem& files, FileDescriptor file, const struct stat& status)
-    : files_(&files),
-      file_(std::move(file)),
-      opened_(status),
-      blocks_(status.st_blocks),
-      fileSize_(static_cast<std::uint64_t>(std::max<off_t>(status.st_size, 0))) {
+SourceImage::SourceImage(SourceFile file) : file_(std::move(file)), fileSize_(file_.size()) {
     if (fileSize_ > std::numeric_limits<std::size_t>::max() / 4) throw std::bad_alloc();
     const auto size = static_cast<std::size_t>(fileSize_);
     if (size > limits::kWindowBytes) shift_ = window_ = size;
     bytes_ = sparseMemory(window_ + size);
     if (fileSize_ <= kSmallFile) {
-        readFully(0, {bytes_.get(), size});
+        file_.read(0, {bytes_.get(), size});
         resident_ = size;
         readyEnd_ = size;
         ready_ = bytes_.get();
@@ -61,21 +44,9 @@ SourceImage::SourceImage(FileSystem& files, FileDescriptor file, const struct st
     seen_ = loaded_;
 }
 
-std::uint64_t SourceImage::storedBytes() const {
-    // Some file systems count blocks late, and some not at all.
-    if (fileSize_ <= limits::kCertainlyStored || blocks_ <= 0) return fileSize_;
-    constexpr std::uint64_t kUnit = 512;  // of st_blocks, whatever the file system's blocks are
-    return std::min(fileSize_, kUnit * static_cast<std::uint64_t>(blocks_));
-}
-
 std::uint64_t SourceImage::nextStored(std::uint64_t offset) const {
-    const std::int64_t next = files_->nextData(file_.number(), origin_ + offset);
-    if (next == -ENXIO) return size();
-    if (next < 0)
-        return offset;  // holes are an economy of this file system that it keeps to itself
-    return std::min(
-        static_cast<std::uint64_t>(next) - std::min(origin_, static_cast<std::uint64_t>(next)),
-        size());
+    const std::uint64_t next = file_.nextStored(origin_ + offset);
+    return next - std::min(origin_, next);
 }
 
 std::string_view SourceImage::fetch(std::uint64_t offset, std::size_t length) {
@@ -84,7 +55,7 @@ std::string_view SourceImage::fetch(std::uint64_t offset, std::size_t length) {
     const std::size_t all = static_cast<std::size_t>(fileSize_) - begin;
     const std::size_t wanted = std::min(std::max<std::size_t>(length, 1), all);
     // Before much is held it is given back, unless the file is read over and over without a trim.
-    if (pieces_ && pieces_->held < limits::kResidentBytes) return fetchPiece(begin, wanted);
+    if (pieces_ && pieces_->held() < limits::kResidentBytes) return fetchPiece(begin, wanted);
     const std::size_t first = begin / kBlock;
     std::size_t end = (begin + wanted - 1) / kBlock + 1;
     load(first, end);
@@ -100,11 +71,9 @@ std::string_view SourceImage::fetchPiece(std::size_t begin, std::size_t length) 
     constexpr std::size_t kBefore = 16;
     const std::size_t from = begin - std::min(begin, kBefore);
     const std::size_t size = begin + length - from;
-    const std::span piece(static_cast<char*>(pieces_->memory.allocate(size, 1)), size);
-    readFully(from, piece);
-    pieces_->held += size;
-    ++pieces_->count;
-    if (begin >= readyEnd_ && begin - readyEnd_ < kAhead) ++pieces_->inOrder;
+    const bool isInOrder = begin >= readyEnd_ && begin - readyEnd_ < kAhead;
+    const std::span<char> piece = pieces_->allocate(size, isInOrder);
+    file_.read(from, piece);
     readyBegin_ = from;
     readyEnd_ = from + size;
     ready_ = piece.data();
@@ -126,7 +95,7 @@ void SourceImage::load(std::size_t firstBlock, std::size_t endBlock) {
         const std::size_t begin = block * kBlock;
         const std::size_t length =
             std::min(end * kBlock, static_cast<std::size_t>(fileSize_)) - begin;
-        readFully(begin, {at(begin), length});
+        file_.read(begin, {at(begin), length});
         if (inSequence)
             inSequence_ = block;
         else if (seen_[block])
@@ -155,13 +124,13 @@ void SourceImage::copy(std::uint64_t offset, std::span<char> into) {
     if (std::find(first, last, false) == last)
         std::memcpy(into.data(), at(begin), into.size());
     else
-        readFully(begin, into);
+        file_.read(begin, into);
 }
 
 void SourceImage::lend(std::uint64_t offset, std::span<char> into, ByteBuffer& borrower) {
     if (offset > size() || into.size() > size() - offset)
         throw DamagedDocument("stream body beyond the end of the file");
-    const auto pages = borrower.borrow(*files_, file_.number(), origin_ + offset, into);
+    const auto pages = file_.lend(origin_ + offset, into, borrower);
     if (pages.empty()) {
         copy(offset, into);
         return;
@@ -171,16 +140,6 @@ void SourceImage::lend(std::uint64_t offset, std::span<char> into, ByteBuffer& b
     const std::size_t behind = before + pages.size();
     copy(offset, into.first(before));
     copy(offset + behind, into.subspan(behind));
-}
-
-void SourceImage::readFully(std::uint64_t fileOffset, std::span<char> into) {
-    while (!into.empty()) {
-        const ssize_t got = uninterrupted(
-            [&] { return files_->read(file_.number(), std::as_writable_bytes(into), fileOffset); });
-        if (got <= 0) throw DamagedDocument(got == 0 ? "the file became shorter" : "read error");
-        into = into.subspan(static_cast<std::size_t>(got));
-        fileOffset += static_cast<std::uint64_t>(got);
-    }
 }
 
 void SourceImage::trim() {
@@ -200,7 +159,7 @@ void SourceImage::trimBlocks() {
         if (kept_ < limits::kResidentBytes && fileSize_ <= 2 * limits::kResidentBytes)
             kept_ = std::min(2 * kept_, limits::kResidentBytes);
         else
-            pieces_ = std::make_unique<Pieces>();
+            pieces_ = std::make_unique<FilePieces>();
     }
     resident_ = 0;
     again_ = 0;
@@ -209,25 +168,15 @@ void SourceImage::trimBlocks() {
 }
 
 void SourceImage::trimPieces() {
-    if (pieces_->held <= Pieces::kUsual / 2) return;
-    constexpr std::size_t kEnough = 64;
-    const bool isInOrder = pieces_->count >= kEnough && pieces_->inOrder > pieces_->count / 2;
-    if (isInOrder) {
+    if (!pieces_->isFull()) return;
+    if (pieces_->areInOrder()) {
         pieces_.reset();
         kept_ = limits::kWindowBytes;
     } else {
-        pieces_->memory.release();
-        pieces_->held = 0;
-        if (pieces_->count >= kEnough) pieces_->count = pieces_->inOrder = 0;
+        pieces_->release();
     }
     readyBegin_ = 0;
     readyEnd_ = 0;
-}
-
-bool SourceImage::unchanged() const {
-    struct stat now{};
-    const int result = uninterrupted([&] { return files_->status(file_.number(), now); });
-    return result >= 0 && FileStamp(now) == opened_;
 }
 
 }  // namespace quirebind

@@ -7,13 +7,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <memory_resource>
 #include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
-
-#include <sys/stat.h>
 
 #include "Platform/Files/ByteBuffer.h"
 #include "Platform/Files/FileDescriptor.h"
@@ -22,6 +19,8 @@
 #include "Platform/Files/URL.h"
 #include "Platform/PDF/Guards/Limits.h"
 #include "Platform/PDF/Reading/ByteSource.h"
+#include "Platform/PDF/Reading/FilePieces.h"
+#include "Platform/PDF/Reading/SourceFile.h"
 
 namespace quirebind {
 
@@ -57,7 +56,7 @@ class SourceImage final : public ByteSource {
 
     /// Bytes of the file that take up room on its disk: fewer than `size` where a large file is
     /// mostly holes. Looking for something in all of the others could take for ever.
-    [[nodiscard]] std::uint64_t storedBytes() const;
+    [[nodiscard]] std::uint64_t storedBytes() const { return file_.storedBytes(); }
 
     /// Where at or after `offset` the file has bytes that are no hole, `size` where it has none.
     [[nodiscard]] std::uint64_t nextStored(std::uint64_t offset) const;
@@ -71,7 +70,7 @@ class SourceImage final : public ByteSource {
         const std::uint64_t begin = origin_ + offset;
         // The first comparison keeps offsets out for which the sum has no room.
         if (offset < readyEnd_ && begin >= readyBegin_ && begin < readyEnd_ &&
-            length <= readyEnd_ - begin)
+            (length <= readyEnd_ - begin || readyEnd_ == fileSize_))
             return {
                 ready_ + (static_cast<std::size_t>(begin) - readyBegin_),
                 std::min(readyEnd_ - static_cast<std::size_t>(begin), std::max(length, kAhead))};
@@ -93,7 +92,7 @@ class SourceImage final : public ByteSource {
     /// What the file was when it was opened, if pages of it were lent: they are only worth
     /// something as long as it stays that.
     [[nodiscard]] std::optional<FileStamp> lentFile() const {
-        return hasLent_ ? std::optional(opened_) : std::nullopt;
+        return hasLent_ ? std::optional(file_.opened()) : std::nullopt;
     }
 
     /// Gives memory back when much is held. Ends the validity of every view: call it where none is
@@ -101,7 +100,7 @@ class SourceImage final : public ByteSource {
     void trim();
 
     /// Whether the file still has the size and the modification time that it was opened with.
-    [[nodiscard]] bool unchanged() const;
+    [[nodiscard]] bool unchanged() const { return file_.unchanged(); }
 
  private:
     static constexpr std::size_t kBlock = std::size_t{16} << 10U;
@@ -110,33 +109,18 @@ class SourceImage final : public ByteSource {
     static constexpr std::size_t kReadAhead = 8;
     static constexpr std::size_t kAhead = kReadAhead * kBlock;
 
-    SourceImage(FileSystem& files, FileDescriptor file, const struct stat& status);
+    explicit SourceImage(SourceFile file);
 
     /// Where in memory a byte of the file is to be; `fileOffset` is less than the size of the file.
     [[nodiscard]] char* at(std::size_t fileOffset) const { return &bytes_[fileOffset + shift_]; }
-
-    /// Memory for pieces of the file, and how they lie in it.
-    struct Pieces {
-        static constexpr std::size_t kUsual = std::size_t{256} << 10U;
-
-        std::unique_ptr<std::byte[]> usual = std::make_unique_for_overwrite<std::byte[]>(kUsual);
-        std::pmr::monotonic_buffer_resource memory{usual.get(), kUsual};
-        std::size_t held = 0;     // bytes
-        std::size_t count = 0;    // since their order was looked at
-        std::size_t inOrder = 0;  // of them, those shortly behind the one before
-    };
 
     [[nodiscard]] std::string_view fetch(std::uint64_t offset, std::size_t length);
     [[nodiscard]] std::string_view fetchPiece(std::size_t begin, std::size_t length);
     void trimBlocks();
     void trimPieces();
     void load(std::size_t firstBlock, std::size_t endBlock);
-    void readFully(std::uint64_t fileOffset, std::span<char> into);
 
-    FileSystem* files_;  // not owned; outlives every document
-    FileDescriptor file_;
-    FileStamp opened_;
-    blkcnt_t blocks_;  // of 512 bytes, on its disk
+    SourceFile file_;
     std::uint64_t fileSize_;
     std::uint64_t origin_ = 0;
     SparseMemory bytes_;
@@ -147,9 +131,9 @@ class SourceImage final : public ByteSource {
     std::size_t resident_ = 0;    // bytes loaded since they were given back
     std::size_t inSequence_ = 0;  // the last block before which there was another in memory
     std::size_t kept_ = limits::kWindowBytes;  // what may be loaded before it is given back
-    std::size_t again_ = 0;           // how many of them not for the first time, nor in sequence
-    std::unique_ptr<Pieces> pieces_;  // while it is read so
-    std::size_t readyBegin_ = 0;      // where what was looked at last is loaded without a gap
+    std::size_t again_ = 0;  // how many of them not for the first time, nor in sequence
+    std::unique_ptr<FilePieces> pieces_;  // while it is read so
+    std::size_t readyBegin_ = 0;          // where what was looked at last is loaded without a gap
     std::size_t readyEnd_ = 0;
     const char* ready_ = nullptr;  // where in memory that begins
     bool hasLent_ = false;

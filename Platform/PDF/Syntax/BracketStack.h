@@ -14,7 +14,9 @@ namespace quirebind {
 /// Which of the open brackets are dictionaries, a bit each.
 class BracketStack {  // NOLINT(cppcoreguidelines-pro-type-member-init): see outer_
  public:
+    /// Whether every bracket that was opened is closed.
     [[nodiscard]] bool empty() const { return depth_ == 0; }
+    /// How many brackets are open; at most limits::kNesting.
     [[nodiscard]] std::size_t depth() const { return depth_; }
 
     /// False where too many are open already.

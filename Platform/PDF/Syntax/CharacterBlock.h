@@ -21,6 +21,7 @@ namespace quirebind {
 /// of the first one lowest. Where tokens begin and end is known of all of them at once then, and
 /// no branch has to be taken for each byte.
 struct CharacterBlock {
+    /// Bytes of a block.
     static constexpr std::size_t kSize = 64;
 
     std::uint64_t separators = 0;  ///< White space and delimiters.
@@ -53,11 +54,13 @@ constexpr std::uint8_t characterBits(char c) {
     const unsigned word = static_cast<signed char>(c) > '9' ? 8 : 0;
     return static_cast<std::uint8_t>(separator | delimiter | solidus | word);
 }
+/// Those of all 256, for kCharacterBits.
 constexpr std::array<std::uint8_t, 256> makeCharacterBits() {
     std::array<std::uint8_t, 256> bits{};
     for (std::size_t c = 0; c < bits.size(); ++c) bits[c] = characterBits(static_cast<char>(c));
     return bits;
 }
+/// By byte.
 inline constexpr auto kCharacterBits = makeCharacterBits();
 
 /// The lowest bit of each of eight bytes, side by side.
@@ -85,15 +88,21 @@ inline CharacterBlock CharacterBlock::ofEach(const char* bytes) {
 #if defined(__SSE2__)
 
 namespace detail {
+/// Sixteen bytes that are looked at together. What is true of a byte is all ones in its place.
 struct Vector {
     __m128i bytes;
 
+    /// Bit by bit.
     friend Vector operator|(Vector a, Vector b) { return {_mm_or_si128(a.bytes, b.bytes)}; }
+    /// The same character sixteen times.
     [[nodiscard]] static Vector each(char c) { return {_mm_set1_epi8(c)}; }
+    /// Which of the bytes are this one.
     [[nodiscard]] Vector is(char c) const { return {_mm_cmpeq_epi8(bytes, each(c).bytes)}; }
+    /// Which of them are larger, as signed numbers.
     [[nodiscard]] Vector isAbove(char c) const { return {_mm_cmpgt_epi8(bytes, each(c).bytes)}; }
     /// With these bits of every byte set.
     [[nodiscard]] Vector with(char bits) const { return *this | each(bits); }
+    /// The highest bit of each byte, that of the first one at position `at`.
     [[nodiscard]] std::uint64_t mask(std::size_t at) const {
         return static_cast<std::uint64_t>(static_cast<unsigned>(_mm_movemask_epi8(bytes))) << at;
     }

@@ -13,6 +13,7 @@ namespace quirebind {
 enum class CharacterClass : std::uint8_t { regular, white, delimiter };
 
 namespace detail {
+/// For kCharacterClasses.
 constexpr std::array<CharacterClass, 256> makeCharacterClasses() {
     std::array<CharacterClass, 256> classes{};
     for (const char c : std::string_view("\0\t\n\f\r ", 6))
@@ -21,19 +22,23 @@ constexpr std::array<CharacterClass, 256> makeCharacterClasses() {
         classes[static_cast<unsigned char>(c)] = CharacterClass::delimiter;
     return classes;
 }
+/// By byte.
 inline constexpr auto kCharacterClasses = makeCharacterClasses();
 }  // namespace detail
 
-/// Which class a byte is of, and whether it is of that one.
+/// Which class a byte is of.
 constexpr CharacterClass characterClass(char c) {
     return detail::kCharacterClasses[static_cast<unsigned char>(c)];
 }
+/// Whether it is white space, which the null byte is, too (table 1).
 constexpr bool isWhite(char c) {
     return characterClass(c) == CharacterClass::white;
 }
+/// Whether it is neither white space nor a delimiter (table 2).
 constexpr bool isRegular(char c) {
     return characterClass(c) == CharacterClass::regular;
 }
+/// Whether it is a decimal digit, in every locale.
 constexpr bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }

@@ -5,8 +5,6 @@
 
 #include <cstring>
 
-#include "Platform/PDF/Syntax/ValueScanner.h"
-
 namespace quirebind {
 namespace {
 

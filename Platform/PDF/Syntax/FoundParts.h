@@ -46,8 +46,9 @@ struct Found {
 /// has changed, and none has come or gone, all is where it was.
 class FoundParts {
  public:
+    /// What is remembered of what was scanned before.
     enum class Memory : std::uint8_t {
-        none,
+        none,             ///< Nothing.
         shapes,           ///< Of dictionaries.
         shapesOfEntries,  ///< The same, where nobody asks for references: those that are recalled
                           ///< stay what they were.
@@ -60,9 +61,11 @@ class FoundParts {
 
     /// What was found in the value that was scanned last; valid until the next scan.
     [[nodiscard]] const Found& found() const { return shapes_[current_].found; }
+    /// Of these, all references, however deep.
     [[nodiscard]] const std::vector<FoundReference>& references() const {
         return found().references;
     }
+    /// Of these, the entries of the dictionary that the value itself is.
     [[nodiscard]] const std::vector<FoundEntry>& entries() const { return found().entries; }
     /// Whether every key of the dictionaries was a name.
     [[nodiscard]] bool wellFormed() const { return found().wellFormed; }

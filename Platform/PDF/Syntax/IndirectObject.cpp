@@ -7,6 +7,7 @@
 
 #include "Platform/PDF/Guards/Limits.h"
 #include "Platform/PDF/Syntax/Characters.h"
+#include "Platform/PDF/Syntax/UnsignedNumber.h"
 
 namespace quirebind {
 namespace {

@@ -26,6 +26,7 @@ enum class LineEnds : std::uint8_t {
 
 /// Appends `bytes` as a literal string.
 void appendLiteralString(std::string_view bytes, std::string& text);
+/// The same, to the output.
 void appendLiteralString(std::string_view bytes, ByteBuffer& out);
 
 }  // namespace quirebind

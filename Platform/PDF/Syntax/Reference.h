@@ -3,7 +3,9 @@
 
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 namespace quirebind {
 
@@ -14,5 +16,10 @@ struct Reference {
 
     friend bool operator==(const Reference&, const Reference&) = default;
 };
+
+/// Reads "N G R" at `at` and moves `at` behind it. False, and `at` unmoved, where something else
+/// stands there; `looked` is how far the text was read to know that.
+[[nodiscard]] bool readReference(std::string_view text, std::size_t& at, Reference& reference,
+                                 std::size_t& looked);
 
 }  // namespace quirebind

@@ -17,7 +17,9 @@ namespace quirebind {
 /// A reference to an object, where there is only a number to one of the output (ISO
 /// 32000-2, 7.3.10). What comes next has to begin with a delimiter or white space.
 [[nodiscard]] std::string referenceText(std::uint32_t number);
+/// The same with a generation, as the references of a source have one.
 [[nodiscard]] std::string referenceText(Reference reference);
+/// Appends referenceText of the number.
 void appendReference(std::uint32_t number, ByteBuffer& out);
 
 /// Appends the references, the elements of an array.

@@ -12,10 +12,10 @@ namespace quirebind {
 /// How the bytes of a text string stand for characters (ISO 32000-2, 7.9.2.2). The three others
 /// begin with a byte order mark. The last one is in files, though not in the standard.
 enum class TextEncoding : std::uint8_t {
-    documentEncoding,
-    utf8,
-    utf16BigEndian,
-    utf16LittleEndian,
+    documentEncoding,   ///< PDFDocEncoding (annex D.3), a byte for each character.
+    utf8,               ///< EF BB BF
+    utf16BigEndian,     ///< FE FF
+    utf16LittleEndian,  ///< FF FE
 };
 
 /// Which encoding the first bytes of a text string tell.

@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "Platform/PDF/Syntax/Characters.h"
+#include "Platform/PDF/Syntax/UnsignedNumber.h"
 
 namespace quirebind {
 namespace {

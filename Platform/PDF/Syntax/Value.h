@@ -28,10 +28,11 @@ class Value {
     [[nodiscard]] std::string_view text() const { return text_; }
     /// Absent, or the keyword null; the two mean the same (7.3.9).
     [[nodiscard]] bool isNull() const { return text_.empty() || text_ == "null"; }
-    /// What the first characters tell: a dictionary, which may be that of a stream; an array; a
-    /// name.
+    /// What the first characters tell: a dictionary, which may be that of a stream.
     [[nodiscard]] bool isDictionary() const { return text_.starts_with("<<"); }
+    /// Likewise an array.
     [[nodiscard]] bool isArray() const { return text_.starts_with('['); }
+    /// Likewise a name, whichever it is.
     [[nodiscard]] bool isName() const { return text_.starts_with('/'); }
 
     /// The integer, where this is one. A real number whose fraction is zero counts: real files

@@ -4,7 +4,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <string_view>
 
 #include "Platform/PDF/Syntax/Characters.h"
@@ -30,28 +29,5 @@ struct Extent {
 /// numbers are passed over, brackets are counted. What is met replaces the content of `parts`,
 /// unless that is null. An absent value ("1 0 obj endobj") has no length.
 [[nodiscard]] Extent scanValue(std::string_view text, std::size_t at, FoundParts* parts = nullptr);
-
-/// Reads an unsigned decimal integer of at most 19 digits at `at` and moves `at` behind it. False,
-/// and `at` unmoved, where there is none.
-[[nodiscard]] inline bool readUnsigned(std::string_view text, std::size_t& at,
-                                       std::uint64_t& value) {
-    constexpr std::size_t kDigits = 19;  // fits 64 bits whatever the digits are
-    std::size_t end = at;
-    std::uint64_t result = 0;
-    while (end < text.size() && isDigit(text[end])) {
-        if (end - at == kDigits) return false;
-        result = result * 10 + static_cast<std::uint64_t>(text[end] - '0');
-        ++end;
-    }
-    if (end == at) return false;
-    at = end;
-    value = result;
-    return true;
-}
-
-/// Reads "N G R" at `at` and moves `at` behind it. False, and `at` unmoved, where something else
-/// stands there; `looked` is how far the text was read to know that.
-[[nodiscard]] bool readReference(std::string_view text, std::size_t& at, Reference& reference,
-                                 std::size_t& looked);
 
 }  // namespace quirebind

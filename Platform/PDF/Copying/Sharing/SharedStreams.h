@@ -50,6 +50,7 @@ class SharedStreams {
     /// A source begins.
     void beginSource();
 
+    /// Whether the sources before the current one brought nothing that could be shared.
     [[nodiscard]] bool empty() const { return byLength_.empty(); }
     /// Whether there is a stream with a body of that many bytes.
     [[nodiscard]] bool hasLength(std::uint64_t length) const { return byLength_.contains(length); }

@@ -11,6 +11,7 @@
 #include "Platform/PDF/Copying/StreamDictionary.h"
 #include "Platform/PDF/Guards/Limits.h"
 #include "Platform/PDF/Syntax/Characters.h"
+#include "Platform/PDF/Syntax/UnsignedNumber.h"
 
 namespace quirebind {
 namespace {

@@ -24,6 +24,8 @@ namespace quirebind {
 /// encrypted source nothing is.
 class StreamSharer : public StandIns {
  public:
+    /// For one source, whose copies have the numbers of `map`; `writer` is asked what stands in the
+    /// output already, `shared` collects from all sources. All must outlive this.
     StreamSharer(ObjectReader& reader, ReferenceMap& map, const DocumentWriter& writer,
                  SharedStreams& shared);
 

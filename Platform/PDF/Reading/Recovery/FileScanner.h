@@ -18,13 +18,14 @@ namespace quirebind {
 
 /// An object that a scan found: one definition of possibly many.
 struct ScannedObject {
+    /// What of it makes a difference for how the file is read.
     enum class Kind : std::uint8_t {
-        other,
-        catalog,
-        pageTreeNode,
-        page,
-        objectStream,
-        crossReferenceStream,
+        other,                 ///< Anything else, also without a /Type.
+        catalog,               ///< /Catalog
+        pageTreeNode,          ///< /Pages
+        page,                  ///< /Page
+        objectStream,          ///< /ObjStm
+        crossReferenceStream,  ///< /XRef
     };
     std::uint64_t offset = 0;
     std::uint32_t number = 0;

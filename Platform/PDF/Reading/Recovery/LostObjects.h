@@ -32,6 +32,7 @@ namespace quirebind {
 /// Sections are read when the first object is asked for. Used by one thread.
 class LostObjects {
  public:
+    /// Keeps what it needs of `scan`, that of the whole file. Reads nothing yet.
     explicit LostObjects(const FileScan& scan);
 
     /// Whether the object, which is not in the file, may once have been there.

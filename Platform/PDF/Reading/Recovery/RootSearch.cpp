@@ -10,7 +10,8 @@
 #include "Platform/PDF/Guards/DamagedDocument.h"
 #include "Platform/PDF/Guards/Limits.h"
 #include "Platform/PDF/Reading/CrossReferenceReader.h"
-#include "Platform/PDF/Reading/Recovery/TableRebuild.h"
+#include "Platform/PDF/Reading/ReadIndirectObject.h"
+#include "Platform/PDF/Reading/Recovery/TableOfFile.h"
 #include "Platform/PDF/Syntax/ReferenceText.h"
 
 namespace quirebind {

@@ -27,6 +27,7 @@ namespace quirebind {
 /// Throws DamagedDocument where none of them is found. Used for one file, once.
 class RootSearch {
  public:
+    /// `scan` is that of the file that `reader` reads. Both must outlive this.
     RootSearch(const FileScan& scan, ObjectReader& reader);
 
     /// The last trailer that has an /Encrypt, if no later one has a /Root without it; otherwise

@@ -19,6 +19,7 @@ namespace quirebind {
 /// window is valid until the next one. Throws DamagedDocument as the image does.
 class ScanWindow final : public ByteSource {
  public:
+    /// `image` must outlive this.
     explicit ScanWindow(SourceImage& image) : image_(image) {}
 
     [[nodiscard]] std::uint64_t size() const override { return image_.size(); }

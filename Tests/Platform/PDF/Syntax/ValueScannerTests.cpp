@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "Platform/PDF/Guards/Limits.h"
+#include "Platform/PDF/Syntax/UnsignedNumber.h"
 #include "Platform/PDF/Syntax/ValueScanner.h"
 
 namespace quirebind {

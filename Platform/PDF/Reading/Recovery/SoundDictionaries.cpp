@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/PDF/Reading/Recovery/SyntaxCheck.h"
+#include "Platform/PDF/Reading/Recovery/SoundDictionaries.h"
 
 #include <cstdint>
 #include <vector>
@@ -13,9 +13,9 @@ namespace quirebind {
 namespace {
 
 /// Goes through a value token by token, with a stack of its own in place of recursion.
-class SyntaxCheck {
+class DictionaryCheck {
  public:
-    explicit SyntaxCheck(std::string_view text) : text_(text) {}
+    explicit DictionaryCheck(std::string_view text) : text_(text) {}
 
     bool run() {
         for (;;) {
@@ -71,7 +71,7 @@ class SyntaxCheck {
 }  // namespace
 
 bool hasSoundDictionaries(std::string_view text) {
-    return SyntaxCheck(text).run();
+    return DictionaryCheck(text).run();
 }
 
 }  // namespace quirebind
