@@ -4,6 +4,7 @@
 # What other programs may include: these are installed, and documented.
 set(QUIREBIND_HEADERS
     QuirebindCore/PDFMerger.h
+    QuirebindCore/Failure.h
     Platform/PDF/PDFDocument.h
     Platform/PDF/Links/PageLink.h
     Platform/PDF/Reading/PageSize.h

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Quirebind authors
 // SPDX-License-Identifier: MIT
 
-#include <utility>
+#include "QuirebindCore/Failure.h"
 
-#include "QuirebindCore/PDFMerger.h"
+#include <utility>
 
 namespace quirebind::PDFMerger {
 

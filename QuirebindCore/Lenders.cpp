@@ -10,7 +10,7 @@
 
 #include "Platform/Files/SymlinkResolver.h"
 #include "Platform/Files/SystemCall.h"
-#include "QuirebindCore/PDFMerger.h"
+#include "QuirebindCore/Failure.h"
 
 namespace quirebind {
 
