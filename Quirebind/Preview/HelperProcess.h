@@ -25,8 +25,10 @@ class HelperProcess {
     [[nodiscard]] static std::optional<HelperProcess> start(const std::string& path,
                                                             int socketNumber);
 
+    /// The process changes hands; `other` has none then.
     HelperProcess(HelperProcess&& other) noexcept
         : process_(std::exchange(other.process_, -1)), socket_(std::move(other.socket_)) {}
+    /// The same; the process that this one had is killed first.
     HelperProcess& operator=(HelperProcess&& other) noexcept;
     HelperProcess(const HelperProcess&) = delete;
     HelperProcess& operator=(const HelperProcess&) = delete;

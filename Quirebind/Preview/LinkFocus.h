@@ -14,6 +14,7 @@ namespace quirebind {
 /// Which link of a shown document the keyboard is at, if at any.
 class LinkFocus {
  public:
+    /// A link, and where it is.
     struct Link {
         std::size_t page = 0;  ///< That it is on.
         PageLink area;

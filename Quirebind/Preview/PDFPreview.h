@@ -4,22 +4,21 @@
 #pragma once
 
 #include <QAbstractScrollArea>
-#include <QAction>
 #include <QElapsedTimer>
 #include <QTimer>
-#include <memory>
 #include <optional>
 #include <vector>
 
 #include "Platform/Files/URL.h"
-#include "Platform/PDF/PDFDocument.h"
 #include "Quirebind/Preview/LinkFocus.h"
-#include "Quirebind/Preview/PageColumn.h"
 #include "Quirebind/Preview/PagePictures.h"
+#include "Quirebind/Preview/PageScroller.h"
 #include "Quirebind/Preview/PageSign.h"
+#include "Quirebind/Preview/PreviewDocument.h"
 #include "Quirebind/Preview/PreviewLinks.h"
 #include "Quirebind/Preview/RenderClient.h"
 #include "Quirebind/Preview/TextSelection.h"
+#include "Quirebind/Preview/ZoomActions.h"
 
 namespace quirebind {
 
@@ -39,7 +38,8 @@ class PDFPreview : public QAbstractScrollArea, private RenderClient {
  public:
     /// Shows nothing yet. `service` must outlive this.
     explicit PDFPreview(RenderService& service);
-    /// Reads documents from `files`, which must outlive this.
+    /// Reads documents from `files`, which must outlive this, and `service`, too: that may still
+    /// have a document of this one's in hand.
     PDFPreview(RenderService& service, FileSystem& files);
     PDFPreview(const PDFPreview&) = delete;
     PDFPreview& operator=(const PDFPreview&) = delete;
@@ -54,12 +54,13 @@ class PDFPreview : public QAbstractScrollArea, private RenderClient {
     /// Shows nothing.
     void clear();
 
-    /// Where the shown document comes from.
+    /// Where the shown document comes from; nothing where none is shown.
     [[nodiscard]] std::optional<URL> documentURL() const;
-    [[nodiscard]] std::size_t pageCount() const { return column_.count(); }
-    /// The page that fills most of the view, counting from 0.
+    /// How many pages are shown; 0 where there is no document.
+    [[nodiscard]] std::size_t pageCount() const { return column().count(); }
+    /// The page in the middle of the view, counting from 0; 0 where there is no document.
     [[nodiscard]] std::size_t currentPage() const;
-    /// The text of that page, where it has been read.
+    /// The text of that page; empty until it has been read.
     [[nodiscard]] QString currentPageText() const;
 
     /// Whether every page in sight is drawn as sharply as it can be.
@@ -92,32 +93,21 @@ class PDFPreview : public QAbstractScrollArea, private RenderClient {
     void didFail(const RenderTask& task) override;
     void didRecover() override;
 
-    struct Range {
-        std::size_t first = 0;
-        std::size_t last = 0;
-    };
-
     void open(const URL& url);
-    /// What of the column, in its pixels, is at the upper left corner of the view.
-    [[nodiscard]] double top() const;
-    [[nodiscard]] double left() const;
-    void scrollTo(double y);
-    void scrollAcrossTo(double x);
-    void setUpZooming();
-    void showZoom();
+    [[nodiscard]] const PageColumn& column() const { return scroller_.column(); }
     [[nodiscard]] QPointF middle() const;
     void zoomTo(double zoom, const QPointF& about);
     void zoomBy(double factor, const QPointF& about);
-    void layOut();
     void readMoreSizes();
-    [[nodiscard]] std::vector<PageSize> readSizes(std::size_t first, std::size_t last) const;
-    /// The pages in sight. Needs a page.
-    [[nodiscard]] Range visible() const;
-    [[nodiscard]] QRectF pageRect(std::size_t page) const;
     [[nodiscard]] QSize pixels(std::size_t page) const;
     [[nodiscard]] std::optional<std::size_t> pageToDraw() const;
     /// Whether that was tried in vain, and there is no older picture either.
     [[nodiscard]] bool cannotBeDrawn(std::size_t page) const;
+    /// Does what a key asks for, unless that is to scroll; false where it asks for nothing of that.
+    [[nodiscard]] bool actOn(const QKeyEvent& event);
+    /// What of the column a key brings to the upper edge of the view; nothing where it does not
+    /// scroll.
+    [[nodiscard]] std::optional<double> scrollTargetOf(const QKeyEvent& event) const;
     [[nodiscard]] TextSelection::Position positionAt(const QPointF& point) const;
     void showPointer(const QPointF& point);
     /// The links that can be followed and show, at least in part.
@@ -130,9 +120,8 @@ class PDFPreview : public QAbstractScrollArea, private RenderClient {
     void goTo(const PagePosition& target);
     void goBack();
     void drawPage(QPainter& painter, std::size_t page) const;
-    void drawFocus(QPainter& painter) const;
-    void drawLinkFocus(QPainter& painter) const;
     void recolour();
+    void selectAll();
     void copy();
     void finishCopying();
     void tellPosition();
@@ -140,23 +129,15 @@ class PDFPreview : public QAbstractScrollArea, private RenderClient {
     RenderService& service_;
     FileSystem& files_;
     PageSign sign_;
-    std::optional<PDFDocument> document_;
-    std::optional<URL> url_;  // of the document
-    std::shared_ptr<const RenderDocument>
-        rendered_;  // null where there is no descriptor left for it
-    PageColumn column_;
+    std::optional<PreviewDocument> shown_;
+    PageScroller scroller_;
+    ZoomActions zoomActions_;
     PagePictures pictures_;
     TextSelection selection_;
     PreviewLinks links_;
     LinkFocus linkFocus_;
     std::vector<PageColumn::Anchor> wayBack_;  // from where links were followed
     QPointF pressed_;                          // where the button went down
-    std::size_t sizesRead_ = 0;
-    double zoom_ = 1;  // how many times as wide as the view the column is
-    QAction zoomIn_;
-    QAction zoomOut_;
-    QAction fitWidth_;
-    double unit_ = 1;  // pixels of the column that one step of the scroll bar stands for
     bool selecting_ = false;
     QElapsedTimer sinceDoubleClick_;
     bool copying_ = false;

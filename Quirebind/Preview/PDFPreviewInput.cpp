@@ -7,7 +7,6 @@
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMenu>
-#include <QScrollBar>
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
@@ -32,51 +31,50 @@ constexpr double kZoomOfNotch = 1.25;
 }  // namespace
 
 void PDFPreview::keyPressEvent(QKeyEvent* event) {
-    if (event->matches(QKeySequence::Copy)) {
+    if (actOn(*event)) return;
+    if (const auto y = scrollTargetOf(*event))
+        scroller_.scrollTo(*y);
+    else
+        QAbstractScrollArea::keyPressEvent(event);
+}
+
+bool PDFPreview::actOn(const QKeyEvent& event) {
+    const bool enters = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    if (event.matches(QKeySequence::Copy)) {
         copy();
-        return;
-    }
-    if (event->matches(QKeySequence::SelectAll)) {
-        selection_.selectAll();
-        viewport()->update();
-        service_.wake();
-        return;
-    }
-    if (event->matches(QKeySequence::Back)) {
+    } else if (event.matches(QKeySequence::SelectAll)) {
+        selectAll();
+    } else if (event.matches(QKeySequence::Back)) {
         goBack();
-        return;
-    }
-    const bool enters = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (enters && focusedLinkShows()) {
+    } else if (enters && focusedLinkShows()) {
         followFocusedLink();
-        return;
+    } else {
+        return false;
     }
+    return true;
+}
+
+std::optional<double> PDFPreview::scrollTargetOf(const QKeyEvent& event) const {
+    const double top = scroller_.top();
     const double page = std::max(viewport()->height() - kOverlap, kLine);
-    const bool shift = (event->modifiers() & Qt::ShiftModifier) != 0;
-    switch (event->key()) {
+    const bool shift = (event.modifiers() & Qt::ShiftModifier) != 0;
+    switch (event.key()) {
         case Qt::Key_Home:
-            scrollTo(0);
-            return;
+            return 0;
         case Qt::Key_End:
-            scrollTo(column_.height());
-            return;
+            return column().height();
         case Qt::Key_PageUp:
-            scrollTo(top() - page);
-            return;
+            return top - page;
         case Qt::Key_PageDown:
-            scrollTo(top() + page);
-            return;
+            return top + page;
         case Qt::Key_Space:
-            scrollTo(top() + (shift ? -page : page));
-            return;
+            return shift ? top - page : top + page;
         case Qt::Key_Up:
-            scrollTo(top() - kLine);
-            return;
+            return top - kLine;
         case Qt::Key_Down:
-            scrollTo(top() + kLine);
-            return;
+            return top + kLine;
         default:
-            QAbstractScrollArea::keyPressEvent(event);
+            return std::nullopt;
     }
 }
 
@@ -92,19 +90,25 @@ void PDFPreview::wheelEvent(QWheelEvent* event) {
     QPointF by = fine ? QPointF(event->pixelDelta())
                       : QPointF(event->angleDelta()) / kWheelNotch * lines * kLine / 2;
     if ((event->modifiers() & Qt::ShiftModifier) != 0) by = by.transposed();
-    if (by.y() != 0) scrollTo(top() - by.y());
-    if (by.x() != 0) scrollAcrossTo(left() - by.x());
+    if (by.y() != 0) scroller_.scrollTo(scroller_.top() - by.y());
+    if (by.x() != 0) scroller_.scrollAcrossTo(scroller_.left() - by.x());
 }
 
 // Selecting.
 
 TextSelection::Position PDFPreview::positionAt(const QPointF& point) const {
-    const std::size_t page = column_.pageAt(top() + point.y());
-    return {page, (point - pageRect(page).topLeft()) / column_.scale()};
+    const std::size_t page = scroller_.pageAt(point);
+    return {page, scroller_.pointOn(page, point)};
+}
+
+void PDFPreview::selectAll() {
+    selection_.selectAll();
+    viewport()->update();
+    service_.wake();
 }
 
 void PDFPreview::mousePressEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton || column_.count() == 0) return;
+    if (event->button() != Qt::LeftButton || column().count() == 0) return;
     const TextSelection::Position position = positionAt(event->position());
     linkFocus_.reset();
     selecting_ = true;
@@ -123,7 +127,7 @@ void PDFPreview::mousePressEvent(QMouseEvent* event) {
 }
 
 void PDFPreview::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton || column_.count() == 0) return;
+    if (event->button() != Qt::LeftButton || column().count() == 0) return;
     sinceDoubleClick_.start();
     selection_.begin(positionAt(event->position()), TextSelection::Unit::word);
     viewport()->update();
@@ -133,7 +137,7 @@ void PDFPreview::mouseDoubleClickEvent(QMouseEvent* event) {
 /// A hand over a link, a text cursor over text.
 void PDFPreview::showPointer(const QPointF& point) {
     const TextSelection::Position position = positionAt(point);
-    if (!selecting_ && links_.isAt(*document_, position.page, position.point)) {
+    if (!selecting_ && links_.isAt(shown_->pdf(), position.page, position.point)) {
         viewport()->setCursor(Qt::PointingHandCursor);
         return;
     }
@@ -145,12 +149,12 @@ void PDFPreview::showPointer(const QPointF& point) {
 }
 
 void PDFPreview::mouseMoveEvent(QMouseEvent* event) {
-    if (column_.count() == 0) return;
+    if (column().count() == 0) return;
     showPointer(event->position());
     if (!selecting_) return;
     const double y = event->position().y();
-    if (y < 0) scrollTo(top() + y);
-    if (y > viewport()->height()) scrollTo(top() + y - viewport()->height());
+    if (y < 0) scroller_.scrollTo(scroller_.top() + y);
+    if (y > viewport()->height()) scroller_.scrollTo(scroller_.top() + y - viewport()->height());
     selection_.extend(positionAt(event->position()));
     viewport()->update();
     service_.wake();
@@ -161,23 +165,23 @@ void PDFPreview::mouseReleaseEvent(QMouseEvent* event) {
     const bool clicked = selecting_ && (event->position() - pressed_).manhattanLength() <
                                            QApplication::startDragDistance();
     selecting_ = false;
-    if (!clicked || column_.count() == 0 || event->modifiers() != Qt::NoModifier) return;
+    if (!clicked || column().count() == 0 || event->modifiers() != Qt::NoModifier) return;
     const TextSelection::Position position = positionAt(event->position());
-    if (const auto target = links_.target(*document_, position.page, position.point)) goTo(*target);
+    if (const auto target = links_.target(shown_->pdf(), position.page, position.point))
+        goTo(*target);
 }
 
 // Links.
 
 void PDFPreview::goTo(const PagePosition& target) {
-    wayBack_.push_back(column_.anchorAt(top()));
-    scrollTo(column_.pageTop(target.page) + target.y * column_.scale() - PageColumn::kGap);
+    wayBack_.push_back(scroller_.place());
+    scroller_.scrollTo(column().pageTop(target.page) + target.y * column().scale() -
+                       PageColumn::kGap);
 }
 
 QRectF PDFPreview::linkRect(const LinkFocus::Link& link) const {
-    const double scale = column_.scale();
-    const QRectF area(link.area.x * scale, link.area.y * scale, link.area.width * scale,
-                      link.area.height * scale);
-    return area.translated(pageRect(link.page).topLeft());
+    const PageLink& area = link.area;
+    return scroller_.rectOn(link.page, {area.x, area.y, area.width, area.height});
 }
 
 bool PDFPreview::focusedLinkShows() const {
@@ -186,15 +190,15 @@ bool PDFPreview::focusedLinkShows() const {
 }
 
 std::vector<LinkFocus::Link> PDFPreview::linksInSight() const {
-    if (column_.count() == 0) return {};
+    if (column().count() == 0) return {};
     return orNothing([this] {
         std::vector<LinkFocus::Link> found;
         const QRectF view(viewport()->rect());
-        const Range pages = visible();
+        const PageScroller::Range pages = scroller_.visible();
         for (std::size_t page = pages.first; page <= pages.last; ++page) {
-            for (PageLink& area : document_->pageLinks(page)) {
+            for (PageLink& area : shown_->pdf().pageLinks(page)) {
                 LinkFocus::Link link{page, std::move(area)};
-                if (linkRect(link).intersects(view) && document_->positionOf(link.area))
+                if (linkRect(link).intersects(view) && shown_->pdf().positionOf(link.area))
                     found.push_back(std::move(link));
             }
         }
@@ -203,7 +207,7 @@ std::vector<LinkFocus::Link> PDFPreview::linksInSight() const {
 }
 
 std::optional<PagePosition> PDFPreview::targetOf(const PageLink& link) const {
-    return orNothing([&] { return document_->positionOf(link); });
+    return orNothing([&] { return shown_->pdf().positionOf(link); });
 }
 
 bool PDFPreview::focusNextPrevChild(bool next) {
@@ -221,7 +225,7 @@ void PDFPreview::followFocusedLink() {
 
 void PDFPreview::goBack() {
     if (wayBack_.empty()) return;
-    scrollTo(column_.positionOf(wayBack_.back()));
+    scroller_.scrollTo(wayBack_.back());
     wayBack_.pop_back();
 }
 
@@ -233,14 +237,7 @@ void PDFPreview::contextMenuEvent(QContextMenuEvent* event) {
     copyAction->setEnabled(!selection_.isEmpty());
     connect(copyAction, &QAction::triggered, this, [this] { copy(); });
     menu.addSeparator();
-    // Assistive technology takes an action for an item of one menu only, which is soon gone.
-    for (QAction* action : {&zoomIn_, &zoomOut_, &fitWidth_}) {
-        QAction* item = menu.addAction(action->text());
-        item->setShortcut(action->shortcut());
-        item->setShortcutVisibleInContextMenu(true);
-        item->setEnabled(action->isEnabled());
-        connect(item, &QAction::triggered, action, &QAction::trigger);
-    }
+    zoomActions_.addTo(menu);
     menu.exec(event->globalPos());
 }
 
@@ -260,10 +257,10 @@ void PDFPreview::finishCopying() {
 // What is told to assistive technology.
 
 void PDFPreview::tellPosition() {
-    if (column_.count() == 0) return;
+    if (column().count() == 0) return;
     const auto told = [this](std::size_t page) {
         return text::pagePosition(static_cast<std::int64_t>(page) + 1,
-                                  static_cast<std::int64_t>(column_.count()));
+                                  static_cast<std::int64_t>(column().count()));
     };
     // Of a link, where it leads.
     if (hasFocus() && focusedLinkShows()) {

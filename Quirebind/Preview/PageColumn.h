@@ -24,7 +24,9 @@ namespace quirebind {
 /// more than a hundred to one is shown as if they were a hundred to one.
 class PageColumn {
  public:
+    /// What is left free above the first page, below the last, and beside the widest, in pixels.
     static constexpr double kMargin = 16;
+    /// What is left free between a page and the next, in pixels.
     static constexpr double kGap = 12;
 
     /// A place in the column that stays the same when the scale changes.
@@ -43,22 +45,30 @@ class PageColumn {
 
     /// How many pages there are.
     [[nodiscard]] std::size_t count() const { return sizes_.size(); }
-    /// The size of the whole column, margins included, in pixels that do not depend on the screen.
+    /// How high the whole column is, margins included, in pixels that do not depend on the screen.
     [[nodiscard]] double height() const;
+    /// How wide it is: what setWidth was given last.
     [[nodiscard]] double width() const { return width_; }
     /// Pixels per point.
     [[nodiscard]] double scale() const { return scale_; }
 
-    /// Where page `page`, which counts from 0, is in the column, and how large, in the same
-    /// pixels.
+    // Where page `page`, which counts from 0 and has to be there, is in the column, and how large,
+    // in the same pixels.
+
+    /// How far its upper edge is below that of the column.
     [[nodiscard]] double pageTop(std::size_t page) const;
+    /// How far its left edge is from that of the column, in the middle of which it is.
     [[nodiscard]] double pageLeft(std::size_t page) const;
+    /// How wide it is.
     [[nodiscard]] double pageWidth(std::size_t page) const;
+    /// How high it is.
     [[nodiscard]] double pageHeight(std::size_t page) const;
     /// The page at `y`, or the last one above it; 0 in the upper margin. Needs a page.
     [[nodiscard]] std::size_t pageAt(double y) const;
 
+    /// The place at `y`; the beginning where there is no page.
     [[nodiscard]] Anchor anchorAt(double y) const;
+    /// Where that place is now; 0 where that page is not there.
     [[nodiscard]] double positionOf(const Anchor& anchor) const;
 
  private:

@@ -14,8 +14,10 @@ namespace quirebind {
 /// pages far from it go when there are too many bytes.
 class PagePictures {
  public:
+    /// The most bytes of all pictures together, unless there is but one.
     static constexpr std::size_t kMostBytes = std::size_t{128} << 20U;
 
+    /// Forgets everything: there is another document.
     void clear();
 
     /// The picture of a page at whatever size it was last drawn; a null image where there is none.
@@ -30,6 +32,7 @@ class PagePictures {
     /// What could not be drawn may be tried anew.
     void forgetFailures();
 
+    /// What the kept pictures take, in bytes of their pixels.
     [[nodiscard]] std::size_t bytes() const { return bytes_; }
 
  private:

@@ -12,6 +12,7 @@ namespace quirebind {
 /// What a page shows that cannot be drawn: a quiet sign, so that it is not taken for an empty one.
 class PageSign {
  public:
+    /// Needs the QApplication.
     PageSign();
 
     /// Draws it in the middle of what shows of `page` in `view`, so that it is also seen of a page

@@ -25,6 +25,7 @@ struct RenderDocument {
 
 /// Something that a preview wants drawn or read.
 struct RenderTask {
+    /// The picture of a page, all of its text, the text between two points, or the word at one.
     enum class Kind : std::uint8_t { picture, text, selection, word };
 
     Kind kind = Kind::picture;
@@ -35,6 +36,7 @@ struct RenderTask {
                    ///< corner.
     QPointF to;
 
+    /// Whether the same is wanted of the very same RenderDocument.
     friend bool operator==(const RenderTask&, const RenderTask&) = default;
 };
 
@@ -55,6 +57,7 @@ class RenderClient {
 
     // Answers, to tasks that are still wanted.
 
+    /// The picture of a page, of as many pixels as were asked for.
     virtual void didRender(const RenderTask& task, const QImage& picture) = 0;
     /// The text of a page, or the selected part of it.
     virtual void didRead(const RenderTask& task, const PageText& text) = 0;

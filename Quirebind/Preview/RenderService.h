@@ -45,10 +45,12 @@ class RenderService : public QObject {
 
     /// `helper` is the path of the helper program.
     explicit RenderService(std::string helper);
+    /// The same with times of the caller's, for tests.
     RenderService(std::string helper, Patience patience);
 
-    /// `client` must be removed before it goes.
+    /// Serves `client` from now on, which must be removed before it goes.
     void add(RenderClient& client);
+    /// Serves it no longer: no function of it is called any more.
     void remove(RenderClient& client);
 
     /// Makes a document known, of which `file` is open to be read. With a form it takes longer to

@@ -35,22 +35,28 @@ class TextSelection {
         friend bool operator==(const Position&, const Position&) = default;
     };
 
+    /// What is selected at once: nothing yet, the word at the point, or the line.
     enum class Unit : std::uint8_t { character, word, line };
 
     /// Forgets everything: there is another document, of that many pages.
     void reset(std::size_t pageCount);
     /// Nothing is selected any more.
     void clear();
-    /// Begins a selection at `position` that grows by whole `unit`s; `extend` moves its other end.
+    /// Begins a selection at `position`, with the `unit` that is there.
     void begin(const Position& position, Unit unit = Unit::character);
+    /// Moves its other end to `position`. Does nothing where none was begun.
     void extend(const Position& position);
     /// Selects the text of all pages.
     void selectAll();
+    /// Whether nothing is selected. What is may still turn out to have no text.
     [[nodiscard]] bool isEmpty() const;
 
-    /// What to ask for next, of the pages from `first` to `last`, or of all that is selected.
+    /// What to ask for next, of the pages from `first` to `last`, both included; nothing where all
+    /// is there. The task's document is left to the caller.
     [[nodiscard]] std::optional<RenderTask> nextTask(std::size_t first, std::size_t last) const;
+    /// The same for all that is selected.
     [[nodiscard]] std::optional<RenderTask> nextTask() const;
+    /// Whether that would still be asked for, of whatever document it is.
     [[nodiscard]] bool wants(const RenderTask& task) const;
     /// Takes the answer to a task of a text, a selection or a word.
     void didRead(const RenderTask& task, const PageText& text);
@@ -61,7 +67,7 @@ class TextSelection {
     [[nodiscard]] QList<QRectF> areasOn(std::size_t page) const;
     /// The selected text, once all of it is there.
     [[nodiscard]] std::optional<QString> text() const;
-    /// The whole text of a page, where it is known.
+    /// The whole text of a page; null where it is not known. Valid until the next change.
     [[nodiscard]] const PageText* pageText(std::size_t page) const;
 
  private:

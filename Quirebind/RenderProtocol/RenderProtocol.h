@@ -27,6 +27,7 @@
 /// trusts no answer: any that does not fit its request ends the helper.
 namespace quirebind::render {
 
+/// What every request and every answer begins with.
 inline constexpr std::uint32_t kMagic = 0x31524251;  // "QBR1"
 
 /// The most pixels of one picture, about 64 MB.
@@ -34,6 +35,7 @@ inline constexpr std::uint64_t kMostPixels = 16U << 20U;
 /// The most bytes of a page's text with its places.
 inline constexpr std::uint32_t kMostText = 8U << 20U;
 
+/// What is asked for, and what is answered: the same, or `failed`.
 // NOLINTNEXTLINE(performance-enum-size): so wide it goes over the wire
 enum class Kind : std::uint32_t { open = 1, render, text, select, word, failed };
 
@@ -43,6 +45,7 @@ struct Point {
     double y = 0;
 };
 
+/// What the window sends. A field that the kind has no use for is left at zero; pages count from 0.
 struct Request {
     std::uint32_t magic = kMagic;
     Kind kind = Kind::open;
@@ -56,6 +59,7 @@ struct Request {
 };
 static_assert(sizeof(Request) == 64);
 
+/// What the helper sends; `length` bytes follow. Only that of `render` has a width and a height.
 struct Answer {
     std::uint32_t magic = kMagic;
     Kind kind = Kind::failed;

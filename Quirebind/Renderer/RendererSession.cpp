@@ -62,10 +62,9 @@ QPdfSelection wordAt(QPdfDocument& document, int page, const QPointF& point,
 
 /// What has the toolkit draw the fields of a form, which it leaves out. None of it is needed for
 /// what else is on the pages.
-std::string stampsForFields(int file) {
-    FileSystem& files = FileSystem::native();
+std::string stampsForFields(FileDescriptor file) {
     try {
-        SourceDocument document(FileDescriptor(files, ::dup(file)), files);
+        SourceDocument document(std::move(file), FileSystem::native());
         return quirebind::stampsForFields(document);
     } catch (const std::exception&) {  // damage, or memory
         return {};
@@ -74,10 +73,9 @@ std::string stampsForFields(int file) {
 
 /// The same pages, as our own library reads and writes them: it mends much that the toolkit does
 /// not read. Nothing where it cannot either.
-std::optional<ByteBuffer> mendedCopy(int file) {
-    FileSystem& files = FileSystem::native();
+std::optional<ByteBuffer> mendedCopy(FileDescriptor file) {
     try {
-        const auto source = PDFDocument::open(FileDescriptor(files, ::dup(file)), files);
+        const auto source = PDFDocument::open(std::move(file), FileSystem::native());
         if (!source || source->pageCount() == 0) return std::nullopt;
         PDFDocument copy;
         for (std::size_t i = 0; i < source->pageCount(); ++i)
@@ -165,7 +163,8 @@ bool RendererSession::open(const render::Request& request) {
     file_.reset();
     mended_.reset();
     if (passed_.number() < 0) return fail(request);
-    std::string update = request.hasForm == 1 ? stampsForFields(passed_.number()) : std::string();
+    std::string update =
+        request.hasForm == 1 ? stampsForFields(passed_.duplicate()) : std::string();
     file_ = std::make_unique<UpdatedFile>(passed_.number(), std::move(update));
     document_ = std::make_unique<QPdfDocument>();
     document_->load(file_.get());
@@ -176,7 +175,7 @@ bool RendererSession::open(const render::Request& request) {
 }
 
 void RendererSession::loadMendedCopy() {
-    mended_ = mendedCopy(passed_.number());
+    mended_ = mendedCopy(passed_.duplicate());
     if (!mended_) return;
     const std::string_view text = mended_->text();
     auto buffer = std::make_unique<QBuffer>();

@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QScrollBar>
 #include <QWheelEvent>
+#include <cerrno>
 #include <filesystem>
 #include <new>
 #include <string>
@@ -181,10 +182,10 @@ TEST(PDFPreview, DrawsWhatItHasMissedOnceThereIsARenderer) {
 }
 
 TEST(PDFPreview, DrawsTheFileThatItHasReadWhereAnotherTakesItsName) {
+    FaultyFileSystem files;
     ShownPreview shown;
     const URL url = shown.documents.make("a.pdf", "paint 123456");
     const URL other = shown.documents.make("b.pdf", "paint ff0000", 9);
-    FaultyFileSystem files;
     PDFPreview preview(shown.standIn.service, files);
     preview.resize(400, 300);
     preview.show();
@@ -204,11 +205,11 @@ TEST(PDFPreview, DrawsTheFileThatItHasReadWhereAnotherTakesItsName) {
 }
 
 TEST(PDFPreview, IsEmptyWhereThereIsNoMemoryForADocument) {
-    ShownPreview shown;
-    const URL url = shown.documents.make("a.pdf", "paint 123456", 3);
     FaultyFileSystem files;
     bool full = true;
     int refused = 0;
+    ShownPreview shown;
+    const URL url = shown.documents.make("a.pdf", "paint 123456", 3);
     files.onEachCall([&](FileCall call) {
         if (!full || call != FileCall::read) return;
         ++refused;
@@ -222,6 +223,19 @@ TEST(PDFPreview, IsEmptyWhereThereIsNoMemoryForADocument) {
     full = false;
     preview.setURL(url);
     EXPECT_EQ(preview.pageCount(), 3U) << "it is tried again";
+}
+
+TEST(PDFPreview, ShowsWhitePagesWhereNoDescriptorIsLeftForTheRenderer) {
+    FaultyFileSystem files;
+    files.fail(FileCall::duplicate, EMFILE);
+    ShownPreview shown;
+    PDFPreview preview(shown.standIn.service, files);
+    preview.resize(400, 300);
+    preview.show();
+    preview.setURL(shown.documents.make("a.pdf", "paint 123456", 3));
+    EXPECT_EQ(preview.pageCount(), 3U);
+    QTest::qWait(100);
+    EXPECT_EQ(preview.viewport()->grab().toImage().pixelColor(200, 150).name(), "#ffffff");
 }
 
 TEST(PDFPreview, ScrollsByItsKeys) {

@@ -8,10 +8,9 @@
 #include <functional>
 #include <string>
 
-#include <fcntl.h>
-
 #include "Platform/Files/FileDescriptor.h"
 #include "Platform/Files/FileSystem.h"
+#include "Platform/Files/OpenToRead.h"
 #include "Platform/Files/URL.h"
 #include "Quirebind/Preview/RenderService.h"
 #include "Tests/Support/FixturePDF.h"
@@ -42,9 +41,9 @@ struct StandIn {
                           RenderService::Patience{.wanted = 1500, .unwanted = 60}};
 };
 
+/// A file as a preview hands it to the renderer; owns nothing where there is none.
 [[nodiscard]] inline FileDescriptor openFile(const URL& url) {
-    FileSystem& files = FileSystem::native();
-    return {files, files.open(AT_FDCWD, std::string(url.path()).c_str(), O_RDONLY | O_CLOEXEC, 0)};
+    return openToRead(url, FileSystem::native());
 }
 
 }  // namespace quirebind::previewtest
