@@ -24,12 +24,14 @@ inline constexpr QPalette::ColorRole kSecondaryText = QPalette::PlaceholderText;
 [[nodiscard]] QColor accent(const QPalette& palette);
 /// The teal that a prominent button is filled with, under white text.
 [[nodiscard]] QColor prominentFill(const QPalette& palette);
+/// The text on that, white in every palette.
 [[nodiscard]] QColor prominentText();
-/// What lies behind a selected row.
+/// What lies behind a selected row, in a window that is `active` or one that is not.
 [[nodiscard]] QColor selectionFill(const QPalette& palette, bool active);
 /// The line around a button.
 [[nodiscard]] QColor buttonBorder(const QPalette& palette);
-/// What a scroll bar is moved by, on the palette's window.
+/// What a scroll bar is moved by, on the palette's window; stronger while it is `grabbed`, or under
+/// the pointer.
 [[nodiscard]] QColor scrollBarSlider(const QPalette& palette, bool grabbed);
 /// Lines between regions.
 [[nodiscard]] QColor separator(const QPalette& palette);
@@ -39,8 +41,9 @@ inline constexpr QPalette::ColorRole kSecondaryText = QPalette::PlaceholderText;
 /// `share` of `a`, the rest of `b`; both opaque.
 [[nodiscard]] QColor mix(const QColor& a, const QColor& b, double share);
 
-/// Our own palettes, for desktops that have no opinion.
+/// Our own palette for desktops that have no opinion.
 [[nodiscard]] QPalette lightPalette();
+/// Our own palette for desktops that only prefer to be dark.
 [[nodiscard]] QPalette darkPalette();
 /// The palette with our accent colour, and secondary text of enough contrast.
 [[nodiscard]] QPalette accented(QPalette palette);

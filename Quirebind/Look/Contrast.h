@@ -8,8 +8,9 @@
 
 namespace quirebind {
 
-/// The least contrast of text, and of what else is to be told from its ground (WCAG 2.1, AA).
+/// The least contrast of text with its ground (WCAG 2.1, AA).
 inline constexpr double kTextContrast = 4.5;
+/// The least contrast of anything else that is to be told from its ground (WCAG 2.1, AA).
 inline constexpr double kGraphicsContrast = 3.0;
 
 /// How much two opaque colours differ in brightness, from 1 to 21, as WCAG 2.1 counts it.

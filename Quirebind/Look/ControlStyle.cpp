@@ -29,33 +29,45 @@ bool isProminent(const QWidget* widget) {
     return widget != nullptr && widget->property(kProminent).toBool();
 }
 
-void drawButton(const QStyleOption& option, QPainter& painter, bool prominent) {
-    const QPalette& palette = option.palette;
-    const bool enabled = (option.state & QStyle::State_Enabled) != 0;
-    const bool pressed = (option.state & (QStyle::State_Sunken | QStyle::State_On)) != 0;
-    const bool hovered = (option.state & QStyle::State_MouseOver) != 0 && enabled;
-    const bool focused = (option.state & QStyle::State_HasFocus) != 0 &&
-                         (option.state & QStyle::State_KeyboardFocusChange) != 0;
+struct ButtonColours {
+    QColor fill;
+    QColor border;
+};
 
-    QColor fill = palette.color(QPalette::Button);
-    QColor border = buttonBorder(palette);
+/// A button's colours while nothing is done with it.
+ButtonColours restingColours(const QPalette& palette, bool prominent) {
+    if (!prominent) return {palette.color(QPalette::Button), buttonBorder(palette)};
+    const QColor fill = prominentFill(palette);
+    return {fill, fill};
+}
+
+/// The same, faint.
+ButtonColours disabledColours(const QPalette& palette, bool prominent) {
+    const QColor& window = palette.color(QPalette::Window);
     if (prominent) {
-        fill = prominentFill(palette);
-        border = fill;
+        const QColor fill = mix(palette.color(QPalette::WindowText), window, 0.1);
+        return {fill, fill};
     }
-    if (!enabled) {
-        const QColor& window = palette.color(QPalette::Window);
-        fill = prominent ? mix(palette.color(QPalette::WindowText), window, 0.1)
-                         : mix(fill, window, 0.4);
-        border = mix(border, window, prominent ? 0.0 : 0.55);
-        if (prominent) border = fill;
-    } else if (pressed) {
+    const auto [fill, border] = restingColours(palette, prominent);
+    return {mix(fill, window, 0.4), mix(border, window, 0.55)};
+}
+
+ButtonColours coloursOf(const QStyleOption& option, bool prominent) {
+    const QPalette& palette = option.palette;
+    if ((option.state & QStyle::State_Enabled) == 0) return disabledColours(palette, prominent);
+    auto [fill, border] = restingColours(palette, prominent);
+    if ((option.state & (QStyle::State_Sunken | QStyle::State_On)) != 0)
         fill = mix(fill, Qt::black, 0.86);
-    } else if (hovered) {
+    else if ((option.state & QStyle::State_MouseOver) != 0)
         fill = prominent ? mix(fill, Qt::white, 0.92)
                          : mix(fill, palette.color(QPalette::WindowText), 0.95);
-    }
+    return {fill, border};
+}
 
+void drawButton(const QStyleOption& option, QPainter& painter, bool prominent) {
+    const bool focused = (option.state & QStyle::State_HasFocus) != 0 &&
+                         (option.state & QStyle::State_KeyboardFocusChange) != 0;
+    const auto [fill, border] = coloursOf(option, prominent);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF frame = QRectF(option.rect).adjusted(2.5, 2.5, -2.5, -2.5);
@@ -63,7 +75,7 @@ void drawButton(const QStyleOption& option, QPainter& painter, bool prominent) {
     painter.setBrush(fill);
     painter.drawRoundedRect(frame, kRadius, kRadius);
     if (focused) {
-        painter.setPen(QPen(accent(palette), 2));
+        painter.setPen(QPen(accent(option.palette), 2));
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(frame.adjusted(-1.5, -1.5, 1.5, 1.5), kRadius + 1.5, kRadius + 1.5);
     }

@@ -11,10 +11,13 @@ namespace quirebind {
 /// the toolkit's own portable style.
 class ControlStyle : public QProxyStyle {
  public:
+    /// Controls may move until setAnimated says otherwise. Needs the QApplication.
     ControlStyle();
 
     /// Whether anything may move that could stand still.
     void setAnimated(bool animated) { animated_ = animated; }
+
+    // QStyle, for buttons and scroll bars; the rest is passed on.
 
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;

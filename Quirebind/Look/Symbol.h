@@ -27,7 +27,7 @@ enum class Tint : std::uint8_t {
 /// assistive technology is told what stands beside it.
 class SymbolView : public QWidget {
  public:
-    /// `scale`: the symbol's height in heights of the user's font.
+    /// `name` and `tint` as for `symbol`; `scale`: the height in heights of the user's font.
     SymbolView(const QString& name, Tint tint, double scale);
 
     [[nodiscard]] QSize sizeHint() const override;

@@ -14,8 +14,6 @@ namespace {
 
 double scale(TextStyle style) {
     switch (style) {
-        case TextStyle::largeTitle:
-            return 2.0;
         case TextStyle::title:
             return 1.69;
         case TextStyle::title2:

@@ -10,7 +10,7 @@
 namespace quirebind {
 
 /// The sizes of text, relative to the user's own.
-enum class TextStyle : std::uint8_t { largeTitle, title, title2, headline, body, caption };
+enum class TextStyle : std::uint8_t { title, title2, headline, body, caption };
 
 /// The application's font in a style.
 [[nodiscard]] QFont font(TextStyle style);
@@ -21,8 +21,10 @@ enum class Emphasis : std::uint8_t { primary, secondary };
 /// A text in one of the styles, which follows changes of the user's font and colours.
 class TextLabel : public QLabel {
  public:
+    /// Shows no text yet; what setText is given is plain text, whatever is in it.
     explicit TextLabel(TextStyle style, Emphasis emphasis = Emphasis::primary);
 
+    /// Writes in that weight from now on; QFont::Normal leaves it to the style.
     void setBold(QFont::Weight weight);
 
  protected:

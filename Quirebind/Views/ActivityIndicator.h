@@ -13,6 +13,7 @@ namespace quirebind {
 /// value.
 class ActivityIndicator : public QProgressBar {
  public:
+    /// Moves while it is shown.
     ActivityIndicator();
 
     [[nodiscard]] QSize sizeHint() const override;

@@ -10,6 +10,7 @@ namespace quirebind {
 /// A hairline between two regions, across the whole width.
 class Divider : public QWidget {
  public:
+    /// One pixel high, whatever the layout around it.
     Divider();
 
  protected:

@@ -18,12 +18,14 @@ namespace quirebind {
 /// list keeps its place and its selection where it can. Read-only.
 class DocumentListModel : public QAbstractListModel {
  public:
+    /// What a row is asked for: the file's name, and how many pages it has, as the user reads it.
     enum Role : std::uint16_t { nameRole = Qt::DisplayRole, pagesRole = Qt::UserRole };
 
     /// Brings the rows in line with the documents: takes out, reorders, puts in, and changes
     /// nothing where nothing has changed.
     void sync(std::span<const InputPDF> files);
 
+    /// The id of a row; nothing where there is no such row.
     [[nodiscard]] std::optional<UUID> idAt(const QModelIndex& index) const;
     /// The row of a document; an invalid index where it is not listed.
     [[nodiscard]] QModelIndex indexOf(const UUID& id) const;

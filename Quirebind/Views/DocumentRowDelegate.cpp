@@ -54,6 +54,105 @@ QString toolTip(const QString& path) {
            names.join(QLatin1Char('/')).toHtmlEscaped() + QStringLiteral("</p>");
 }
 
+/// What a row is drawn as.
+struct RowState {
+    bool enabled;
+    bool active;  // in a window that is
+    bool selected;
+    bool focused;
+    bool hovered;
+};
+
+RowState stateOf(const QStyleOptionViewItem& option) {
+    const auto is = [&option](QStyle::StateFlag flag) { return (option.state & flag) != 0; };
+    const bool enabled = is(QStyle::State_Enabled);
+    // Not State_Active, which is that of the list: a selection stays visible when it loses the
+    // focus.
+    const bool inActiveWindow = option.widget == nullptr || option.widget->isActiveWindow();
+    return {.enabled = enabled,
+            .active = inActiveWindow && enabled,
+            .selected = is(QStyle::State_Selected),
+            .focused = is(QStyle::State_HasFocus),
+            .hovered = is(QStyle::State_MouseOver) && enabled};
+}
+
+/// The group of a palette that a row is drawn in: it is no fainter in an inactive window.
+QPalette::ColorGroup groupOf(const QStyleOptionViewItem& option) {
+    return (option.state & QStyle::State_Enabled) != 0 ? QPalette::Active : QPalette::Disabled;
+}
+
+void drawBackground(QPainter& painter, const QRect& background, const QStyleOptionViewItem& option,
+                    const RowState& state) {
+    if (!state.selected && !state.hovered) return;
+    const QPalette& palette = option.palette;
+    painter.setBrush(
+        state.selected ? selectionFill(palette, state.active)
+                       : mix(palette.color(QPalette::Text), palette.color(QPalette::Base), 0.045));
+    painter.drawRoundedRect(background, kRadius, kRadius);
+}
+
+/// Tells the selected row: the background alone would be a difference of colour, and too faint for
+/// many eyes.
+void drawMark(QPainter& painter, const QRect& background, const QStyleOptionViewItem& option,
+              const RowState& state) {
+    const QRect mark(background.left() + kMarkInset, background.top() + background.height() / 4,
+                     kMarkWidth, background.height() / 2);
+    const QPalette& palette = option.palette;
+    painter.setBrush(state.active ? accent(palette)
+                                  : palette.color(groupOf(option), kSecondaryText));
+    painter.drawRoundedRect(QStyle::visualRect(option.direction, background, mark),
+                            kMarkWidth / 2.0, kMarkWidth / 2.0);
+}
+
+void drawFocus(QPainter& painter, const QRect& background, const QStyleOptionViewItem& option) {
+    painter.setPen(QPen(accent(option.palette), 1.5));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(background).adjusted(0.75, 0.75, -0.75, -0.75), kRadius,
+                            kRadius);
+}
+
+/// Where the parts of a row are.
+struct Places {
+    QRect icon;
+    QRect name;
+    QRect pages;
+};
+
+/// The icon where reading begins, in the middle, and the two lines of text beside it.
+Places placesIn(const QRect& content, const Metrics& metrics, Qt::LayoutDirection direction) {
+    const QRect icon(content.left(), content.center().y() - metrics.icon / 2, metrics.icon,
+                     metrics.icon);
+    const int textWidth = content.width() - metrics.icon - kBetweenColumns;
+    const QRect name(content.left() + metrics.icon + kBetweenColumns,
+                     content.center().y() - metrics.textHeight() / 2 + 1, textWidth,
+                     metrics.name.height());
+    const QRect pages(name.left(), name.bottom() + 1 + kBetweenLines, textWidth,
+                      metrics.pages.height());
+    const auto mirrored = [&](const QRect& rect) {
+        return QStyle::visualRect(direction, content, rect);
+    };
+    return {mirrored(icon), mirrored(name), mirrored(pages)};
+}
+
+void drawTexts(QPainter& painter, const Places& places, const Metrics& metrics,
+               const QStyleOptionViewItem& option, const QModelIndex& index) {
+    const Qt::Alignment side = QStyle::visualAlignment(option.direction, Qt::AlignLeft);
+    // Letters that the font lacks come from others, which may be taller.
+    const int alignment =
+        static_cast<int>(side | Qt::AlignVCenter) | Qt::TextSingleLine | Qt::TextDontClip;
+    const auto text = [&index](int role) { return index.data(role).toString(); };
+    painter.setFont(font(TextStyle::body));
+    painter.setPen(option.palette.color(groupOf(option), QPalette::Text));
+    painter.drawText(places.name, alignment,
+                     isolated(metrics.name.elidedText(text(DocumentListModel::nameRole),
+                                                      Qt::ElideMiddle, places.name.width())));
+    painter.setFont(font(TextStyle::caption));
+    painter.setPen(option.palette.color(groupOf(option), kSecondaryText));
+    painter.drawText(places.pages, alignment,
+                     metrics.pages.elidedText(text(DocumentListModel::pagesRole), Qt::ElideRight,
+                                              places.pages.width()));
+}
+
 }  // namespace
 
 DocumentRowDelegate::DocumentRowDelegate()
@@ -75,72 +174,20 @@ bool DocumentRowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
 
 void DocumentRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                                 const QModelIndex& index) const {
-    const Metrics metrics;
-    const bool enabled = (option.state & QStyle::State_Enabled) != 0;
-    // Not State_Active, which is that of the list: a selection stays visible when it loses the
-    // focus.
-    const bool active = (option.widget == nullptr || option.widget->isActiveWindow()) && enabled;
-    const bool selected = (option.state & QStyle::State_Selected) != 0;
-    const bool focused = (option.state & QStyle::State_HasFocus) != 0;
-    const bool hovered = (option.state & QStyle::State_MouseOver) != 0 && enabled;
-    const QPalette& palette = option.palette;
-    const auto group = enabled ? QPalette::Active : QPalette::Disabled;
     const QRect background = option.rect.adjusted(kInset, 1, -kInset, -1);
-
+    const QRect content = background.adjusted(kHorizontal, 0, -kHorizontal, 0);
+    const RowState state = stateOf(option);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(Qt::NoPen);
-    if (selected || hovered) {
-        painter->setBrush(
-            selected ? selectionFill(palette, active)
-                     : mix(palette.color(QPalette::Text), palette.color(QPalette::Base), 0.045));
-        painter->drawRoundedRect(background, kRadius, kRadius);
-    }
-    if (selected) {
-        // The background alone would be a difference of colour, and too faint for many eyes.
-        const QRect mark(background.left() + kMarkInset, background.top() + background.height() / 4,
-                         kMarkWidth, background.height() / 2);
-        painter->setBrush(active ? accent(palette) : palette.color(group, kSecondaryText));
-        painter->drawRoundedRect(QStyle::visualRect(option.direction, background, mark),
-                                 kMarkWidth / 2.0, kMarkWidth / 2.0);
-    }
-    if (focused) {
-        painter->setPen(QPen(accent(palette), 1.5));
-        painter->setBrush(Qt::NoBrush);
-        painter->drawRoundedRect(QRectF(background).adjusted(0.75, 0.75, -0.75, -0.75), kRadius,
-                                 kRadius);
-    }
-
-    const QRect content = background.adjusted(kHorizontal, 0, -kHorizontal, 0);
-    const QRect icon(content.left(), content.center().y() - metrics.icon / 2, metrics.icon,
-                     metrics.icon);
-    const int textWidth = content.width() - metrics.icon - kBetweenColumns;
-    const QRect name(content.left() + metrics.icon + kBetweenColumns,
-                     content.center().y() - metrics.textHeight() / 2 + 1, textWidth,
-                     metrics.name.height());
-    const QRect pages(name.left(), name.bottom() + 1 + kBetweenLines, textWidth,
-                      metrics.pages.height());
-    const auto mirrored = [&](const QRect& rect) {
-        return QStyle::visualRect(option.direction, content, rect);
-    };
-    const Qt::Alignment side = QStyle::visualAlignment(option.direction, Qt::AlignLeft);
-    // Letters that the font lacks come from others, which may be taller.
-    const int alignment =
-        static_cast<int>(side | Qt::AlignVCenter) | Qt::TextSingleLine | Qt::TextDontClip;
-
-    icon_.paint(painter, mirrored(icon), Qt::AlignCenter,
-                enabled ? QIcon::Normal : QIcon::Disabled);
-    painter->setFont(font(TextStyle::body));
-    painter->setPen(palette.color(group, QPalette::Text));
-    painter->drawText(
-        mirrored(name), alignment,
-        isolated(metrics.name.elidedText(index.data(DocumentListModel::nameRole).toString(),
-                                         Qt::ElideMiddle, textWidth)));
-    painter->setFont(font(TextStyle::caption));
-    painter->setPen(palette.color(group, kSecondaryText));
-    painter->drawText(mirrored(pages), alignment,
-                      metrics.pages.elidedText(index.data(DocumentListModel::pagesRole).toString(),
-                                               Qt::ElideRight, textWidth));
+    drawBackground(*painter, background, option, state);
+    if (state.selected) drawMark(*painter, background, option, state);
+    if (state.focused) drawFocus(*painter, background, option);
+    const Metrics metrics;
+    const Places places = placesIn(content, metrics, option.direction);
+    icon_.paint(painter, places.icon, Qt::AlignCenter,
+                state.enabled ? QIcon::Normal : QIcon::Disabled);
+    drawTexts(*painter, places, metrics, option, index);
     painter->restore();
 }
 

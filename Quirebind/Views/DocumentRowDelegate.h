@@ -12,6 +12,7 @@ namespace quirebind {
 /// name that is too long loses its middle, so that its beginning and its suffix stay readable.
 class DocumentRowDelegate : public QStyledItemDelegate {
  public:
+    /// For a view of a DocumentListModel.
     DocumentRowDelegate();
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,

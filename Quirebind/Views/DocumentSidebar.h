@@ -21,9 +21,9 @@ class DocumentSidebar : public QWidget {
     /// `state` must outlive this.
     explicit DocumentSidebar(ContentView& state);
 
+    /// Shows the list or the invitation, the number, and which buttons can be pressed.
     void redraw();
 
-    [[nodiscard]] QWidget& list() { return list_; }
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -31,6 +31,7 @@ class DocumentSidebar : public QWidget {
     /// Up, Down and Remove, which are enabled and disabled together.
     class ButtonRow : public QWidget {
      public:
+        /// `state` must outlive this.
         explicit ButtonRow(ContentView& state);
 
      private:

@@ -15,6 +15,7 @@ namespace quirebind {
 /// centred.
 class EmptyStateView : public QWidget {
  public:
+    /// `symbolName` is that of one of our own symbols (see `symbol`). Nothing of it changes later.
     EmptyStateView(const QString& symbolName, const QString& title, const QString& description);
 
     /// As high as its texts need to be at the width that it has.

@@ -30,7 +30,9 @@ class ErrorAlert : public QDialog {
     /// between words only and would cut off a long name.
     class Message : public QTextEdit {
      public:
+        /// Empty at first; the reader can select its text, and not change it.
         Message();
+        /// Shows that as plain text, from its beginning.
         void setText(const QString& text);
         [[nodiscard]] QSize sizeHint() const override;
         [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }

@@ -19,6 +19,7 @@ class HeaderBar : public QWidget {
     /// `state` must outlive this.
     explicit HeaderBar(ContentView& state);
 
+    /// Where the focus begins, and goes when what had it is gone. Belongs to this.
     [[nodiscard]] QPushButton& addButton() { return addButton_; }
 
  private:

@@ -52,8 +52,10 @@ struct WindowServices {
 /// well. Main thread only.
 class MainWindow : public QMainWindow {
  public:
+    /// An empty list, not shown yet. What `services` refers to must outlive this.
     explicit MainWindow(const WindowServices& services);
 
+    /// What it draws; lives as long as the window.
     [[nodiscard]] ContentView& state() { return state_; }
 
  protected:

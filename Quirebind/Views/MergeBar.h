@@ -20,9 +20,9 @@ class MergeBar : public QWidget {
     /// `state` must outlive this.
     explicit MergeBar(ContentView& state);
 
+    /// Counts, and offers what can be done now: merging, or showing what was merged.
     void redraw();
 
-    [[nodiscard]] QPushButton& mergeButton() { return mergeButton_; }
     [[nodiscard]] QSize minimumSizeHint() const override;
 
  protected:

@@ -20,6 +20,7 @@ class PreviewPane : public QStackedWidget {
     /// Both must outlive this.
     PreviewPane(ContentView& state, RenderService& renderer);
 
+    /// Shows the selected document, or none.
     void redraw();
 
  private:

@@ -26,6 +26,7 @@ class SplitArea : public QWidget {
     SplitArea& operator=(SplitArea&&) = delete;
     ~SplitArea() override;
 
+    /// Shows the outline exactly while files hover.
     void redraw();
 
  protected:
