@@ -28,6 +28,7 @@ class QuirebindApp {
     explicit QuirebindApp(std::function<void(std::span<const URL>, const URL&)> merge,
                           const std::string& renderer = {});
 
+    /// Opens another window, with an empty list.
     void openWindow();
     /// Closes every window; those that merge close when they are done. The event loop ends with the
     /// last one.

@@ -18,6 +18,8 @@ namespace quirebind {
 /// Main thread only; an answer that comes after the end of this object is dropped.
 class FileTransfer {
  public:
+    /// What is to be done with the files: called at most once, on the main thread, at
+    /// the earliest before `retrieve` returns.
     using Use = std::function<void(const std::vector<URL>&)>;
 
     /// Whether the drag's files have to be asked for: it offers that, and the program is confined

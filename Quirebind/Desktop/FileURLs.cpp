@@ -34,12 +34,6 @@ URL fileURL(const QUrl& url) {
     return URL::file(QFile::encodeName(url.toLocalFile()).toStdString());
 }
 
-QUrl toolkitURL(const URL& url) {
-    if (!url.isFileURL()) return {QString::fromStdString(url.absoluteString())};
-    return QUrl::fromLocalFile(
-        QFile::decodeName(QByteArray::fromStdString(std::string(url.path()))));
-}
-
 QString displayName(const URL& url) {
     return QString::fromStdString(url.lastPathComponent());
 }

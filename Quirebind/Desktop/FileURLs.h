@@ -26,10 +26,6 @@ namespace quirebind {
 /// The location that a panel of the toolkit reports.
 [[nodiscard]] URL fileURL(const QUrl& url);
 
-/// The location as the toolkit writes it. Only for what stays in the toolkit: a name that is not
-/// UTF-8 does not survive.
-[[nodiscard]] QUrl toolkitURL(const URL& url);
-
 /// The name that the user reads: the last path component. Bytes that are no text show as U+FFFD.
 [[nodiscard]] QString displayName(const URL& url);
 

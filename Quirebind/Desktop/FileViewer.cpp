@@ -19,10 +19,9 @@
 #include <set>
 #include <utility>
 
-#include <fcntl.h>
-
 #include "Platform/Files/FileDescriptor.h"
 #include "Platform/Files/FileSystem.h"
+#include "Platform/Files/OpenToRead.h"
 #include "Quirebind/Desktop/HandOver.h"
 
 namespace quirebind {
@@ -72,9 +71,7 @@ void FileViewer::show(std::span<const URL> urls) {
 void FileViewer::askPortal(const std::vector<std::string>& paths) {
     for (const std::string& path : paths) {
         const std::function<void()> otherwise = [path] { openFolders({path}); };
-        FileSystem& files = FileSystem::native();
-        const FileDescriptor file(
-            files, files.open(AT_FDCWD, path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK, 0));
+        const FileDescriptor file = openToRead(URL::file(path), FileSystem::native());
         if (file.number() < 0) {  // the file is gone; its folder may still be there
             otherwise();
             continue;

@@ -24,6 +24,8 @@ namespace quirebind {
 /// Main thread only; attempts end with this object.
 class FileViewer {
  public:
+    /// Shows the files at these locations. Returns at once; where all attempts fail, nothing
+    /// happens and nobody is told.
     void show(std::span<const URL> urls);
 
  private:

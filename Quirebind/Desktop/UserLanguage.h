@@ -14,6 +14,8 @@ namespace quirebind {
 /// taken. Main thread only.
 class UserLanguage {
  public:
+    /// Takes the language from the system's settings; the texts stay in English where no
+    /// catalogue fits them.
     UserLanguage();
 
     /// The name of the catalogue, such as "de", for a user who prefers these languages, the first

@@ -22,6 +22,9 @@ class StateObserver {
     StateObserver(StateObserver&&) = delete;
     StateObserver& operator=(StateObserver&&) = delete;
     virtual ~StateObserver() = default;
+
+    /// The cell `field` was written. Main thread only; called by the write itself, which has not
+    /// returned yet.
     virtual void didWrite(Field field) = 0;
 };
 
@@ -40,6 +43,7 @@ class State {
         return value_;
     }
 
+    /// Puts `value` in the place of the one before, and tells the observer.
     void set(T value) {
         mainThread_.check();
         value_ = std::move(value);

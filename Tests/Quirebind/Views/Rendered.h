@@ -29,6 +29,7 @@ namespace quirebind::viewtest {
 /// What a widget looks like, enlarged, so that even thin strokes have pixels that are all theirs.
 class Rendered {
  public:
+    /// Draws the widget as it is now; what it leaves out is magenta.
     explicit Rendered(QWidget& widget) : picture_(widget.size() * kScale, QImage::Format_RGB32) {
         picture_.setDevicePixelRatio(kScale);
         picture_.fill(Qt::magenta);
@@ -67,6 +68,7 @@ class Rendered {
         return double(changed) / (kScale * kScale);
     }
 
+    /// The pixels themselves, several to each of the widget's own.
     [[nodiscard]] const QImage& picture() const { return picture_; }
 
  private:

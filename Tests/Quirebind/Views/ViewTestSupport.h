@@ -31,10 +31,12 @@ namespace quirebind::viewtest {
 /// A merge that waits until the test lets it go on.
 class HeldMerge {
  public:
+    /// PDFMerger::merge, later. On a background thread.
     void operator()(std::span<const URL> sources, const URL& destination) {
         released_.wait();
         PDFMerger::merge(sources, destination);
     }
+    /// Lets it go on. Once.
     void release() { released_.count_down(); }
 
  private:
@@ -43,6 +45,7 @@ class HeldMerge {
 
 /// A window on a display that nobody sees, with a desktop that answers as the test says.
 struct ShownWindow {
+    /// Shown, active, and with nothing left to do; `merge` stands in for the one of the program.
     explicit ShownWindow(
         std::function<void(std::span<const URL>, const URL&)> merge = PDFMerger::merge)
         : window(std::make_unique<MainWindow>(
@@ -102,6 +105,7 @@ struct ShownWindow {
         return false;
     }
 
+    /// The list of documents, which may be hidden.
     [[nodiscard]] QListView& list() const { return *window->findChild<QListView*>(); }
 
     /// The names in the list, as shown, one behind the other.

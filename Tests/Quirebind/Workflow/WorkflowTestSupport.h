@@ -93,6 +93,7 @@ class Recorder : public StateObserver {
 
 /// A window's state with everything around it that it needs, and a folder of documents.
 struct Window {
+    /// An empty list, and PDFMerger::merge to merge it.
     Window() : view({mainThread, desktop, background, PDFMerger::merge}, recorder) {}
 
     /// Writes a document of that many pages.
@@ -114,6 +115,7 @@ struct Window {
         for (const InputPDF& file : view.files()) result += file.url.lastPathComponent();
         return result;
     }
+    /// Selects the entry at that place in the list.
     void select(std::size_t index) {
         view.setSelection(view.files().at(index).id);
         recorder.writes.clear();
