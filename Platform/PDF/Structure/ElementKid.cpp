@@ -30,7 +30,9 @@ ElementKid ElementKid::read(DictionaryReader entries) {
         if (key.isName("MCID")) takeLast(kid.identifier, value);
     }
     const bool hasStructureType = type.isName("StructElem") || !structureType.isNull();
-    if (type.isName("OBJR"))
+    // A /Type that is an object of its own can be but the one that goes with the other entries.
+    const bool hasItsTypeElsewhere = type.reference() && !hasStructureType;
+    if (type.isName("OBJR") || (hasItsTypeElsewhere && !kid.object.isNull()))
         kid.kind = KidKind::object;
     else if (type.isName("MCR") || (!hasStructureType && !kid.identifier.isNull()))
         kid.kind = KidKind::markedContent;

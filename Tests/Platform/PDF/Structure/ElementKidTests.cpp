@@ -31,6 +31,13 @@ TEST(ElementKid, isToldByItsEntriesWithoutAType) {
     EXPECT_EQ(kindOf("<</Obj 1 0 R>>"), KidKind::none);
 }
 
+TEST(ElementKid, isToldByItsEntriesWhereItsTypeIsAnObject) {
+    EXPECT_EQ(kindOf("<</Type 9 0 R/Obj 1 0 R>>"), KidKind::object);
+    EXPECT_EQ(kindOf("<</Type 9 0 R/MCID 1>>"), KidKind::markedContent);
+    EXPECT_EQ(kindOf("<</Type 9 0 R/S/P>>"), KidKind::element);
+    EXPECT_EQ(kindOf("<</Type 9 0 R>>"), KidKind::none);
+}
+
 TEST(ElementKid, isAnIdentifierIfItIsAnInteger) {
     const ElementKid kid = ElementKid::read(Value("12"));
     EXPECT_EQ(kid.kind, KidKind::identifier);
